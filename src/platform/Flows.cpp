@@ -1,0 +1,33 @@
+#include "Flows.h"
+
+#include <algorithm>
+
+Flows::~Flows() {
+    if (m_reaping)
+        m_clock.cancel(*m_reaping);
+}
+
+void Flows::start(Task<> flow) {
+    Task<> supervised = supervise(std::move(flow));
+    if (!supervised.isDone())
+        m_running.push_back(std::move(supervised));
+}
+
+bool Flows::isIdle() const {
+    return std::all_of(m_running.begin(), m_running.end(), [](const Task<>& task) { return task.isDone(); });
+}
+
+Task<> Flows::supervise(Task<> flow) {
+    try {
+        co_await flow;
+    } catch (...) {
+        m_onError(std::current_exception());
+    }
+    if (!m_reaping)
+        m_reaping = m_clock.schedule(Clock::Microseconds{0}, [this] { reap(); });
+}
+
+void Flows::reap() {
+    m_reaping.reset();
+    m_running.remove_if([](const Task<>& task) { return task.isDone(); });
+}
