@@ -1,0 +1,49 @@
+// Chooses and opens the one serial port.
+#pragma once
+
+#include <optional>
+
+#include "Globals.h"
+#include "Platform.h"
+#include "PortPanel.h"
+#include "WindowState.h"
+
+class PortSelection {
+public:
+    PortSelection(Platform& platform, Globals& globals, WindowState& window, PortPanel& panel)
+        : m_ports(platform.ports),
+          m_dialogs(platform.dialogs),
+          Serial1(platform.Serial1),
+          m_globals(globals),
+          m_window(window),
+          m_panel(panel) {}
+
+    // Fills the list with the system's ports.
+    void SerialPortMenu_Open();
+    // Opens the port of index m_Port at start-up.
+    Task<> openAtStart();
+
+    Task<> SerialPortMenu_Change(int index);
+    // Fills the list anew. A port that is open stays so; one that had gone is opened again.
+    Task<> RefreshPortsButton_Action();
+    Task<> PortCheck_Action(bool checked);
+    void PortField_TextChange(QString text);
+    Task<> PortField_LostFocus();
+
+    // The open port has gone: says so once.
+    Task<> Serial1_Lost(QString reason);
+
+private:
+    Task<> reopen(PortInfo port);
+    Task<> openByName();
+    void logOpenFailure();
+    void fillMenu();
+
+    PortList& m_ports;
+    Dialogs& m_dialogs;
+    SerialPort& Serial1;
+    Globals& m_globals;
+    WindowState& m_window;
+    PortPanel& m_panel;
+    bool m_isLost = false;
+};
