@@ -1,0 +1,139 @@
+#include "BootstrapLink.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "CommandSet.h"
+#include "Text.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QByteArray EnterLoader = QByteArrayLiteral("^LDM;");
+const QByteArray Begin = QByteArrayLiteral("D");
+const QString BeginEcho = QStringLiteral("D");
+const QByteArray Fill = QByteArrayLiteral("N");
+
+constexpr double DownloadSpeed = 38400;
+constexpr auto PollStep = 5ms;
+constexpr Ticks EchoLimit{1200};
+constexpr Ticks ReplyLimit{150};
+constexpr std::uint32_t SendsOfABlock = 10;
+constexpr qsizetype Everything = std::numeric_limits<qsizetype>::max();
+
+}  // namespace
+
+Task<bool> BootstrapLink::EnterDownloadMode() {
+    if (!m_globals.isBootloader()) {
+        Serial1.Write(EnterLoader);
+        co_await Serial1.XmitWait();
+        co_await m_clock.sleep(2000ms);
+    }
+    if (m_globals.m_dwBaudRate != DownloadSpeed) {
+        Serial1.setBaud(Baud::Code38400);
+        Serial1.Reset();
+    }
+    Serial1.Flush();
+    m_globals.SetStatusText(QStringLiteral("Send \"D\""), true);
+    Serial1.Write(Begin);
+    const Clock::Microseconds elapsed = co_await awaitReply(tcResponse, 1, EchoLimit, BeginEcho);
+    // Start minus end, and so negative, in this line alone.
+    logResponse(tcResponse, QStringLiteral("   "), -elapsed);
+    // A stray character in the very last look counts as an echo.
+    if (!tcResponse.isEmpty())
+        co_return true;
+    m_globals.SetStatusText(QStringLiteral("VLX Bootstrap Loader did not echo \"D\""), false);
+    m_globals.SetStatusText(QStringLiteral("Remove VLX power and retry firmware load"), false);
+    co_return false;
+}
+
+Task<bool> BootstrapLink::WriteBlockToRadio(QByteArray block, std::uint32_t count,
+                                            std::uint32_t /*blockNumber*/, QString expected) {
+    const QByteArray bytes = block.left(count);
+    const bool isDumped = m_globals.m_Verbose && m_globals.m_loadingfirmware;
+    const QString dump = isDumped ? QString::fromLatin1(bytes.toHex().toUpper()) : QString();
+    m_globals.SetStatusText(QStringLiteral("Send %1 bytes x%2").arg(Text::Str(count), dump), true);
+
+    const bool isAnswered = co_await sendUntilAnswered(bytes, expected);
+    m_dwHighestBlockRetries = std::max(m_dwHighestBlockRetries, m_dwCurrentBlockRetries);
+    m_dwTotalBlockRetries += m_dwCurrentBlockRetries;
+    co_return isAnswered;
+}
+
+Task<bool> BootstrapLink::sendUntilAnswered(QByteArray block, QString expected) {
+    for (m_dwCurrentBlockRetries = 0; m_dwCurrentBlockRetries < SendsOfABlock; ++m_dwCurrentBlockRetries) {
+        Serial1.Flush();
+        Serial1.Write(block);
+        QString reply;
+        const Clock::Microseconds elapsed = co_await awaitReply(reply, Everything, ReplyLimit);
+        logResponse(reply, QStringLiteral("    "), elapsed);
+        if (Text::equal(reply, expected)) {
+            if (m_dwCurrentBlockRetries > 0)
+                m_globals.SetStatusText(QStringLiteral("Retry %1 successful at address %2")
+                                            .arg(Text::Str(m_dwCurrentBlockRetries), Text::Str(m_dwAddress)),
+                                        false);
+            co_return true;
+        }
+        std::uint32_t fillCount = 0;
+        QString response;
+        const bool isInStep = co_await SynchronizeToBlockBoundary(static_cast<std::uint32_t>(block.size()),
+                                                                  fillCount, response);
+        if (!isInStep)
+            co_return false;
+    }
+    co_return false;
+}
+
+Task<bool> BootstrapLink::SynchronizeToBlockBoundary(std::uint32_t byteCount, std::uint32_t& fillCount,
+                                                     QString& response) {
+    return SynchronizeCommon(170, byteCount, fillCount, response);
+}
+
+// The fill byte is taken and not sent: on the line it is always "N".
+Task<bool> BootstrapLink::SynchronizeCommon(std::uint8_t /*fillByte*/, std::uint32_t byteCount,
+                                            std::uint32_t& fillCount, QString& response) {
+    response.clear();
+    co_await m_clock.sleep(100ms);
+    Serial1.Flush();
+    for (std::uint32_t i = 0; i < byteCount; ++i) {
+        Serial1.Write(Fill);
+        fillCount = i + 1;
+        co_await awaitReply(response, 1, ReplyLimit);
+        if (!response.isEmpty()) {
+            m_globals.SetStatusText(
+                QStringLiteral("Retry %1 successful at addresss x%2, %3 fill bytes")
+                    .arg(Text::Str(m_dwCurrentBlockRetries + 1), Text::Hex(m_dwAddress), Text::Str(i)),
+                false);
+            co_return true;
+        }
+    }
+    co_return byteCount == 0;
+}
+
+Task<> BootstrapLink::LeaveDownloadMode() {
+    Serial1.Write(Command::PowerOn);
+    m_globals.SetStatusText(QStringLiteral("Waiting for VLX reset to complete"), false);
+    co_await m_clock.sleep(4000ms);
+}
+
+// What one look finds replaces what the look before found.
+Task<Clock::Microseconds> BootstrapLink::awaitReply(QString& reply, qsizetype atMost, Ticks limit,
+                                                    QStringView until) {
+    const Clock::Microseconds start = m_clock.now();
+    const Ticks startTicks = m_clock.ticks();
+    bool hasCome = false;
+    do {
+        co_await m_clock.sleep(PollStep);
+        reply = Text::fromLine(Serial1.Read(atMost));
+        hasCome = until.isEmpty() ? !reply.isEmpty() : Text::equal(reply, until);
+    } while (!hasCome && m_clock.ticks() - startTicks <= limit);
+    co_return m_clock.now() - start;
+}
+
+void BootstrapLink::logResponse(const QString& response, const QString& gap, Clock::Microseconds elapsed) {
+    const double milliseconds = static_cast<double>(elapsed.count()) / 1000;
+    m_globals.SetStatusText(
+        QStringLiteral("Response \"%1\"%2\"%3 msec").arg(response, gap, Text::Format(milliseconds, u"##")),
+        true);
+}

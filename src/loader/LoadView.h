@@ -1,0 +1,15 @@
+// What a firmware load shows besides its log.
+#pragma once
+
+class LoadView {
+public:
+    LoadView() = default;
+    LoadView(const LoadView&) = delete;
+    LoadView& operator=(const LoadView&) = delete;
+    virtual ~LoadView() = default;
+
+    // A maximum of 0 makes the bar an indeterminate one.
+    virtual void setProgressBar1Maximum(int maximum) = 0;
+    // Values past the maximum show a full bar.
+    virtual void setProgressBar1Value(int value) = 0;
+};

@@ -1,0 +1,141 @@
+#include "LoadWindow.h"
+
+#include <algorithm>
+
+#include <QGroupBox>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "LogField.h"
+#include "Naming.h"
+#include "ShortVersion.h"
+#include "SystemVersion.h"
+#include "Text.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto Timer1Period = 25ms;
+constexpr int FullBar = 100;
+constexpr QSize DesignSize(560, 420);
+constexpr int BelowMainWindowTop = 40;
+
+}  // namespace
+
+LoadWindow::LoadWindow(Clock& clock, Globals& globals, MCULoader& loader,
+                       VersionedFilename& versionedFilename, QWidget& mainWindow)
+    : QDialog(&mainWindow),
+      m_clock(clock),
+      m_globals(globals),
+      m_loader(loader),
+      m_versionedFilename(versionedFilename),
+      m_mainWindow(mainWindow),
+      m_closed(clock),
+      ActivityLog(named(new LogField(LogField::SelectAll::NeedsSelection), QStringLiteral("ActivityLog"),
+                        QStringLiteral("Log of the firmware load"))),
+      ProgressBar1(named(new QProgressBar, QStringLiteral("ProgressBar1"),
+                         QStringLiteral("Progress of the firmware load"))),
+      CloseIt(named(new QPushButton(QStringLiteral("Close")), QStringLiteral("CloseIt"),
+                    QStringLiteral("Close the window of the firmware load"))) {
+    setObjectName(QStringLiteral("LoadWindow"));
+    setWindowTitle(QStringLiteral("Loading VLX Firmware"));
+    setModal(true);
+    resize(DesignSize);
+
+    auto* const GroupBox1 = named(new QGroupBox, QStringLiteral("GroupBox1"), QStringLiteral("Activity log"));
+    (new QVBoxLayout(GroupBox1))->addWidget(ActivityLog);
+    ProgressBar1->setRange(0, FullBar);
+    ProgressBar1->setValue(0);
+
+    auto* const rows = new QVBoxLayout(this);
+    rows->addWidget(GroupBox1);
+    rows->addWidget(ProgressBar1);
+    rows->addWidget(CloseIt, 0, Qt::AlignRight);
+    connect(CloseIt, &QPushButton::clicked, this, [this] { CloseIt_Action(); });
+}
+
+LoadWindow::~LoadWindow() {
+    m_globals.m_loadingfirmware = false;
+    m_globals.ActivityLog = nullptr;
+}
+
+Task<> LoadWindow::Run() {
+    Event_Open();
+    // Timer1, a single shot: by then the window has been painted.
+    co_await m_clock.sleep(Timer1Period);
+    if (!m_closed.isOpen())
+        co_await BeginLoad();
+    co_await m_closed.wait();
+}
+
+void LoadWindow::Event_Open() {
+    const QRect main = m_mainWindow.frameGeometry();
+    move(main.left() + main.width() / 2 - width() / 2, main.top() + BelowMainWindowTop);
+    m_globals.ActivityLog = [this](const QString& line) { ActivityLog->appendText(line); };
+    m_globals.m_loadingfirmware = true;
+    show();
+    m_globals.SetStatusText(QStringLiteral("Tessarin VLX Utility for OS X Version ") + ShortVersion(), false);
+    GetOSVersion(m_globals);
+}
+
+Task<> LoadWindow::BeginLoad() {
+    m_isLoading = true;
+    CloseIt->setEnabled(false);
+    m_versionedFilename.m_strpath = m_versionedFilename.m_mstrPath;
+    setProgressBar1Value(0);
+    const bool ok = co_await m_loader.Load(*this);
+    m_isLoading = false;
+    if (!ok)
+        m_globals.SetStatusText(QStringLiteral("VLX firmware load failed"), false);
+    if (ok && !m_globals.m_Verbose)
+        close();
+    else
+        offerToClose();
+}
+
+void LoadWindow::offerToClose() {
+    setProgressBar1Maximum(FullBar);
+    setProgressBar1Value(FullBar);
+    m_globals.SetStatusText(QStringLiteral("Click \"Close\" to close this window"), true);
+    CloseIt->setEnabled(true);
+}
+
+// Nothing gives the button the other caption at present.
+void LoadWindow::CloseIt_Action() {
+    if (Text::equal(CloseIt->text(), u"Cancel"))
+        m_globals.m_cancelling = true;
+    else
+        close();
+}
+
+// Every way of closing comes through here: the button, the close box, Escape.
+void LoadWindow::done(int result) {
+    if (m_isLoading)
+        return;
+    m_globals.m_loadingfirmware = false;
+    QDialog::done(result);
+    m_closed.open();
+}
+
+void LoadWindow::setProgressBar1Maximum(int maximum) {
+    ProgressBar1->setMaximum(maximum);
+}
+
+void LoadWindow::setProgressBar1Value(int value) {
+    ProgressBar1->setValue(std::min(value, ProgressBar1->maximum()));
+}
+
+Task<bool> LoadMcu(Clock& clock, Globals& globals, MCULoader& loader, VersionedFilename& versionedFilename,
+                   QWidget& mainWindow) {
+    // The main window may be gone, and its children with it, before this flow is let go.
+    struct Owner {
+        ~Owner() { delete window; }
+        QPointer<LoadWindow> window;
+    };
+    const Owner owner{new LoadWindow(clock, globals, loader, versionedFilename, mainWindow)};
+    co_await owner.window->Run();
+    co_return true;
+}

@@ -1,0 +1,58 @@
+// The window of a firmware load: its progress and its log.
+#pragma once
+
+#include <QDialog>
+
+#include "Gate.h"
+#include "Globals.h"
+#include "LoadView.h"
+#include "MCULoader.h"
+#include "Task.h"
+#include "VersionedFilename.h"
+
+class LogField;
+class QProgressBar;
+class QPushButton;
+
+// Opens and runs the load at once; modal. It cannot be closed while the load runs. While it is open,
+// Globals.m_loadingfirmware is true and every message of the log appears here too.
+class LoadWindow : public QDialog, public LoadView {
+    Q_OBJECT
+
+public:
+    LoadWindow(Clock& clock, Globals& globals, MCULoader& loader, VersionedFilename& versionedFilename,
+               QWidget& mainWindow);
+    ~LoadWindow() override;
+
+    // Shows the window, loads, and ends when the window has closed: by itself after a good load with
+    // trace off, otherwise by the user.
+    Task<> Run();
+
+    void setProgressBar1Maximum(int maximum) override;
+    void setProgressBar1Value(int value) override;
+
+    void done(int result) override;
+
+private:
+    void Event_Open();
+    Task<> BeginLoad();
+    void CloseIt_Action();
+    void offerToClose();
+
+    Clock& m_clock;
+    Globals& m_globals;
+    MCULoader& m_loader;
+    VersionedFilename& m_versionedFilename;
+    QWidget& m_mainWindow;
+    Gate m_closed;
+    bool m_isLoading = false;
+
+    LogField* ActivityLog;
+    QProgressBar* ProgressBar1;
+    QPushButton* CloseIt;
+};
+
+// Shows the window of a load and ends, always with true, when it has closed. How the load went is told by
+// the log alone.
+Task<bool> LoadMcu(Clock& clock, Globals& globals, MCULoader& loader, VersionedFilename& versionedFilename,
+                   QWidget& mainWindow);

@@ -1,0 +1,71 @@
+// The local folder of firmware images: where it is, which image in it is the newest, and how that one
+// compares with the firmware installed in the amplifier.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include <QString>
+#include <QStringList>
+
+#include "FirmwarePanel.h"
+#include "Globals.h"
+#include "NewFirmwareNotice.h"
+#include "Platform.h"
+#include "RetrievalView.h"
+#include "Task.h"
+#include "VersionedFilename.h"
+#include "WindowState.h"
+
+// An image is a file called "VLX720FP", the version digits, ".hex". The handlers and checks may be cancelled
+// at any time; what they have set until then stays.
+class FirmwareFolder {
+public:
+    // Asks the amplifier for its version; true when the main firmware answered.
+    using VersionQuery = std::function<Task<bool>()>;
+
+    struct Parts {
+        Platform& platform;
+        Globals& globals;
+        FirmwarePanel& panel;
+        RetrievalView& view;
+        const WindowState& window;
+        NewFirmwareNotice& notice;
+        VersionedFilename& versionedFilename;
+        VersionQuery CheckVLXVersion;
+    };
+
+    explicit FirmwareFolder(Parts parts) : m_parts(std::move(parts)) {}
+    FirmwareFolder(const FirmwareFolder&) = delete;
+    FirmwareFolder& operator=(const FirmwareFolder&) = delete;
+
+    // Looks for the newest image and shows its version. An invalid folder path is told and replaced by the
+    // default; without even that, all stays as it was.
+    Task<> Checklocalfiles();
+    // The version text of the newest image among `names`, and its index; empty, and the index untouched, when
+    // there is none. Of equal versions the first counts.
+    static QString GetNewestVersion(const QString& prefix, const QStringList& names, std::int32_t& index);
+    // True when Checklocalfiles has found an image, which then is the one to load.
+    bool HasRequiredFiles();
+    // Compares the two version labels, and tells the user when the folder has the newer one.
+    Task<> CheckNewVersion();
+    // Looks at the folder, asks the amplifier, and compares.
+    Task<> CheckSequence();
+    // The same with the button disabled.
+    Task<> GetRevisions();
+
+    Task<> DefaultButton_Action();
+    Task<> BrowseButton_Action();
+    Task<> GetRevButton_Action();
+
+    // Version text of the newest image as its name has it; empty when there is none.
+    QString hmcuVersion;
+    bool newMCUavailable = false;
+
+private:
+    Task<bool> restoreDefaultFolder();
+    Task<QStringList> itemNames();
+    void setFolderPath(const QString& folder);
+
+    Parts m_parts;
+};

@@ -1,0 +1,32 @@
+// The button "Send Firmware to VLX720".
+#pragma once
+
+#include <functional>
+
+#include "FirmwareFolder.h"
+
+class SendFirmware {
+public:
+    // Shows the window of the load and ends when it has closed.
+    using LoadMcu = std::function<Task<bool>()>;
+
+    SendFirmware(Platform& platform, Globals& globals, FirmwarePanel& panel, RetrievalView& view,
+                 FirmwareFolder& folder, LoadMcu loadMcu)
+        : m_dialogs(platform.dialogs),
+          m_globals(globals),
+          m_panel(panel),
+          m_view(view),
+          m_folder(folder),
+          m_loadMcu(std::move(loadMcu)) {}
+
+    // Loads the newest local image, or tells that there is none. The button is disabled meanwhile.
+    Task<> SendVLXButton_Action();
+
+private:
+    Dialogs& m_dialogs;
+    Globals& m_globals;
+    FirmwarePanel& m_panel;
+    RetrievalView& m_view;
+    FirmwareFolder& m_folder;
+    LoadMcu m_loadMcu;
+};
