@@ -10,7 +10,7 @@
 
 class Board {
 public:
-    explicit Board(Clock& clock_) : clock(clock_), liveValues(clock_) {}
+    explicit Board(Clock& clock) : m_clock(clock), m_liveValues(clock) {}
     Board(const Board&) = delete;
     Board& operator=(const Board&) = delete;
     virtual ~Board() = default;
@@ -25,11 +25,23 @@ public:
     // Something that a control panel shows has changed.
     virtual void noteChange() = 0;
 
-    Clock& clock;
-    Eeprom eeprom;
-    Flash flash;
-    LiveValues liveValues;
-    QByteArray firmwareVersion;
+    Clock& clock() { return m_clock; }
+    Eeprom& eeprom() { return m_eeprom; }
+    Flash& flash() { return m_flash; }
+    LiveValues& liveValues() { return m_liveValues; }
+    const LiveValues& liveValues() const { return m_liveValues; }
+
+    // The version that the main firmware tells: two digits, a point, two digits. Firmware that is loaded
+    // brings its own if it is stamped with one (see Flash), and otherwise leaves this.
+    QByteArray firmwareVersion() const { return m_firmwareVersion; }
+    void setFirmwareVersion(const QByteArray& version) { m_firmwareVersion = version; }
+
+private:
+    Clock& m_clock;
+    Eeprom m_eeprom;
+    Flash m_flash;
+    LiveValues m_liveValues;
+    QByteArray m_firmwareVersion;
 };
 
 // A program that runs on the board.

@@ -45,12 +45,14 @@ private:
     struct Block;
 
     void hearCommandByte(char byte);
-    qsizetype hearBlockBytes(QByteArrayView bytes);
     void obey(const QByteArray& message);
     void startImage();
-    void takeBlock();
+    // Takes what belongs to the present block and tells how many bytes that was.
+    qsizetype hearBlockBytes(QByteArrayView bytes);
+    void takeBlock(const Block& block);
     void store(const Block& block);
-    void answerLater(char answer, Clock::Microseconds delay);
+    void finishPending();
+    void answerAfter(Clock::Microseconds delay, char answer);
 
     Board& m_board;
     Timing m_timing;
@@ -61,7 +63,8 @@ private:
     bool m_isEraseDue = false;
     bool m_isFinalTaken = false;
     int m_blocksTaken = 0;
-    // The block that is being written, and when it will be answered.
+    // The answer that is due when the loader is no longer busy, and the block that it is writing.
+    char m_pendingAnswer = 0;
     QByteArray m_writing;
-    ClockTimer m_writeEnd;
+    ClockTimer m_busy;
 };

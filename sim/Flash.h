@@ -16,6 +16,8 @@ public:
     // As delivered: firmware is installed, though none of its bytes is kept here.
     Flash();
 
+    static bool isInWindow(std::uint32_t address, qsizetype count);
+
     // All bytes unwritten, no firmware installed.
     void erase();
     // False, with nothing written, unless all of the bytes lie in the window.
@@ -27,17 +29,16 @@ public:
     // sum to 0 modulo 65536. Unwritten words count as 0.
     bool isImageValid() const;
 
-    // Bytes of the window; 0xFF where nothing was written.
+    // Bytes of the window, to which the address must belong; 0xFF where nothing was written.
     QByteArray read(std::uint32_t address, int count) const;
-    bool isWritten(std::uint32_t address) const;
+    bool isWritten(std::uint32_t address) const { return m_isWritten[address - Begin]; }
     // The version that the firmware carries: the four digits after the text "VLX720FP" anywhere in it, as
     // "01.23". None when it has no such stamp.
     std::optional<QByteArray> stampedVersion() const;
 
 private:
-    static bool isInWindow(std::uint32_t address, qsizetype count);
-
     QByteArray m_bytes;
     std::vector<bool> m_isWritten;
+    std::uint32_t m_wordSum = 0;
     bool m_isCommitted = true;
 };

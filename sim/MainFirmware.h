@@ -21,29 +21,30 @@ public:
     void setBand(int band);
 
 private:
-    struct Command;
+    struct Question;
+    struct Order;
 
     void obey(const QByteArray& message);
     void setOperating(bool isOperating);
 
-    void answerEmpty(const QByteArray&);
-    void identify(const QByteArray&);
-    void readVersion(const QByteArray&);
-    void readBand(const QByteArray&);
-    void selectBand(const QByteArray& digits);
-    void readFault(const QByteArray&);
-    void clearFault(const QByteArray&);
-    void readOperating(const QByteArray&);
-    void selectOperating(const QByteArray& digit);
-    void readPower(const QByteArray&);
-    void readTemperature(const QByteArray&);
-    void readSupply(const QByteArray&);
-    void powerDown(const QByteArray&);
-    void startLoad(const QByteArray&);
-    void restart(const QByteArray&);
+    // What the answer to a question tells, between the token and the ";".
+    QByteArray nothing() const { return {}; }
+    QByteArray identity() const { return "MAIN" + version(); }
+    QByteArray version() const { return m_board.firmwareVersion(); }
+    QByteArray bandDigits() const;
+    QByteArray faultDigits() const;
+    QByteArray operatingDigit() const;
+    QByteArray powerAndSwr() const;
+    QByteArray temperature() const;
+    QByteArray voltageAndCurrent() const;
+
+    void selectBand(const QByteArray& operand);
+    void selectOperating(const QByteArray& operand);
+    void clearFault(const QByteArray& operand);
+    void startLoader(const QByteArray& operand);
+    void restart(const QByteArray& operand);
     void readMemory(const QByteArray& operands);
     void writeMemory(const QByteArray& operands);
-    void accept(const QByteArray&) {}
 
     Board& m_board;
     bool m_isRunning = false;

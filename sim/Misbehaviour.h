@@ -1,6 +1,7 @@
 // What can go wrong between the program and the amplifier, on demand.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -12,25 +13,25 @@
 struct Misbehaviour {
     enum class Kind {
         // Answers, whatever they answer.
-        Lost,       // does not come
-        Late,       // comes after `delay`
-        Doubled,    // comes twice, in one piece
-        WrongBytes, // each byte but ";" is a "?"
-        InPieces,   // comes byte by byte, `delay` apart
-        Joined,     // comes together with all others within `delay`, in one piece
-        Noise,      // has bytes of noise before and behind it
+        Lost,        // does not come
+        Late,        // comes after `delay`
+        Doubled,     // comes twice, in one piece
+        WrongBytes,  // each byte but ";" is a "?"
+        InPieces,    // comes byte by byte, `delay` apart
+        Joined,      // comes together with all others within `delay`, in one piece
+        Noise,       // has bytes of noise before and behind it
         // Answers of one kind.
-        ShortBand,         // the "^BN" answer has no number, as from the waiting state
-        MemoryNoAnswer,    // memory command gets no answer
-        MemoryCut,         // half of a memory answer, without its ";"
-        MemoryOther,       // the answer to another command in place of a memory answer
-        MemoryBadChecksum, // a memory answer whose checksum is off by one
-        MemoryLate,        // a memory answer after `delay`
-        MemoryWriteLost,   // a memory write is answered, but not done
+        ShortBand,          // the "^BN" answer has no number, as from the waiting state
+        MemoryNoAnswer,     // memory command gets no answer
+        MemoryCut,          // half of a memory answer, without its ";"
+        MemoryOther,        // the answer to another command in place of a memory answer
+        MemoryBadChecksum,  // a memory answer whose checksum is off by one
+        MemoryLate,         // a memory answer after `delay`
+        MemoryWriteLost,    // a memory write is answered, but not done
         // Bytes on their way to the amplifier.
-        ByteLost,    // is not heard
-        ByteFlipped, // is heard with one bit wrong
-        PowerLoss,   // mains power goes as soon as this byte has been heard
+        ByteLost,     // is not heard
+        ByteFlipped,  // is heard with one bit wrong
+        PowerLoss,    // mains power goes as soon as this byte has been heard
     };
 
     Kind kind;
@@ -61,13 +62,16 @@ public:
     // What the amplifier hears of bytes that come in.
     Heard hear(const QByteArray& bytes);
 
-    // A piece of an answer as it goes out.
+    // An answer as it goes out.
     struct Emission {
+        enum class Manner { AtOnce, Later, Gathered, Spread };
+
         QByteArray bytes;
+        Manner manner = Manner::AtOnce;
         Clock::Microseconds delay{0};
-        bool isGathered = false;
     };
-    std::vector<Emission> answer(const QByteArray& answer);
+    // How an answer goes out; with no bytes it does not.
+    Emission answer(const QByteArray& answer);
 
     // Whether the memory write now under way is lost.
     bool losesMemoryWrite();
@@ -75,7 +79,7 @@ public:
 private:
     struct Step {
         Misbehaviour what;
-        int seen = 0;
+        std::int64_t seen = 0;
 
         bool hits() { return ++seen == what.nth || what.nth == 0; }
     };

@@ -7,8 +7,8 @@
 #include "Vlx720.h"
 #include "Wire.h"
 
-// Both directions take their true time on the line, ten bits a byte. An answer is received as a whole when its
-// last bit has passed, unless the amplifier sends it in pieces.
+// Both directions take their true time on the line, ten bits a byte. An answer is received as a whole when
+// its last bit has passed, unless the amplifier sends it in pieces.
 class SimulatedPort final : public SerialPort {
 public:
     // The amplifier outlives the port.
@@ -54,9 +54,6 @@ public:
 private:
     void takeFromLine(const QByteArray& bytes, int bitsPerSecond);
     void lose();
-    void applySpeed();
-
-    Clock& m_clock;
     Vlx720& m_amplifier;
     Wire m_line;
     bool m_isOpen = false;

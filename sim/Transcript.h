@@ -1,8 +1,8 @@
 // A session on the serial line as plain text, recorded from any port and played back as a test.
 //
 // One event a line: the microseconds since the recording began, the event, and what belongs to it. Bytes
-// are hexadecimal digits, two each; behind them stands what can be read of them. All from "#" on is a comment,
-// and empty lines are passed over.
+// are hexadecimal digits, two each; behind them stands what can be read of them. All from "#" on is a
+// comment, and empty lines are passed over.
 //
 //   0 open 38400 /dev/ttyUSB0
 //   1041 out 5E52564D3B  # ^RVM;

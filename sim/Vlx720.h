@@ -43,7 +43,7 @@ public:
     // Answers without the time that they take on the line.
     void setInstantLine(bool isInstant) { m_line.setInstant(isInstant); }
     // Bytes that the amplifier never meant to send, at its speed and pace.
-    void emitNoise(const QByteArray& bytes) { send(bytes); }
+    void emitNoise(const QByteArray& bytes);
 
     State state() const { return m_state; }
     // The speed at which the amplifier listens now: that of the main firmware, but for the waiting state.
@@ -57,11 +57,6 @@ public:
     // The button at the front: from the waiting state to the main firmware and back.
     void pressPowerButton();
 
-    // The version that "^RVM;" tells; two digits, a point, two digits. Firmware that is loaded brings its own
-    // if it is stamped with one (see Flash), and otherwise leaves this.
-    void setFirmwareVersion(const QByteArray& version) { Board::firmwareVersion = version; }
-    QByteArray firmwareVersion() const { return Board::firmwareVersion; }
-
     // Main firmware only. The fault is entered in the fault table of the memory too. Codes 1 to 99.
     void raiseFault(int code);
     int fault() const { return m_main.fault(); }
@@ -69,9 +64,11 @@ public:
     int band() const { return m_main.band(); }
     void setBand(int band) { m_main.setBand(band); }
 
-    Eeprom& eeprom() { return Board::eeprom; }
-    Flash& flash() { return Board::flash; }
-    LiveValues& liveValues() { return Board::liveValues; }
+    using Board::eeprom;
+    using Board::firmwareVersion;
+    using Board::flash;
+    using Board::liveValues;
+    using Board::setFirmwareVersion;
     const BootstrapLoader& loader() const { return m_loader; }
     // For times that change after the construction.
     Settings& settings() { return m_settings; }
@@ -90,8 +87,7 @@ private:
     bool isMemoryWriteLost() override { return m_script.losesMemoryWrite(); }
     void noteChange() override;
 
-    void send(const QByteArray& bytes);
-    void run(State next, Clock::Microseconds startTime);
+    void restartInto(State next, Clock::Microseconds startTime);
     void enter(State state);
     void stopProgram();
 

@@ -9,6 +9,7 @@
 #include <QByteArray>
 
 #include "Clock.h"
+#include "Task.h"
 
 // What a receiver hears of bytes that were sent at another speed than its own: as many bytes, always the
 // same ones, and never a ";".
@@ -32,6 +33,8 @@ public:
     void sendLater(Clock::Microseconds delay, const QByteArray& bytes, int bitsPerSecond);
     // Joins what is sent this way within `window` of the first of it into one piece.
     void gather(Clock::Microseconds window, const QByteArray& bytes, int bitsPerSecond);
+    // Sends byte by byte, one each `gap`, after all that is sent this way already.
+    void spread(Clock::Microseconds gap, const QByteArray& bytes, int bitsPerSecond);
 
     // What has not passed yet goes on at another speed; the byte that is half way starts anew.
     void setSpeed(int bitsPerSecond);
@@ -42,19 +45,23 @@ public:
     void cut();
 
     bool isIdle() const { return m_pieces.empty(); }
-    // Until all that was sent has passed.
-    Clock::Microseconds timeLeft() const;
+    // Ends when all that was sent has passed, or was cut.
+    Task<> waitUntilIdle();
     // A line without a speed of its own: bytes pass at the next turn of the event loop.
     void setInstant(bool isInstant) { m_isInstant = isInstant; }
 
 private:
+    // Bytes that follow each other without a gap are a run. They are timed from its start, so that nothing
+    // is lost by rounding.
     struct Piece {
         QByteArray bytes;
         int bitsPerSecond;
+        Clock::Microseconds runStart;
+        std::int64_t runBytes;  // up to the end of this piece
         Clock::Microseconds end;
     };
 
-    void append(const QByteArray& bytes, int bitsPerSecond);
+    void later(Clock::Microseconds delay, Clock::Callback callback);
     QByteArray takePassed();
     void arm();
     void handOver();
@@ -64,13 +71,9 @@ private:
     bool m_isInstant = false;
     std::deque<Piece> m_pieces;
     std::optional<Clock::WaitKey> m_due;
-    // Bytes that follow each other without a gap are timed from the start of the first, so that nothing
-    // is lost by rounding.
-    Clock::Microseconds m_runStart{0};
-    std::int64_t m_runBytes = 0;
-    int m_runSpeed = 0;
 
     int m_lastDelayed = 0;
     std::map<int, Clock::WaitKey> m_delayed;
     QByteArray m_gathered;
+    Clock::Microseconds m_spreadEnd{0};
 };

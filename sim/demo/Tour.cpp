@@ -1,0 +1,76 @@
+#include "Tour.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "Vlx720.h"
+
+using namespace std::chrono_literals;
+
+Task<bool> Tour::run() {
+    QDir().mkpath(m_folder);
+    while (!m_app.mainWindow().isVisible())
+        co_await m_clock.sleep(50ms);
+    co_await showTab(Tab::Port, QStringLiteral("port"));
+    co_await showTab(Tab::Firmware, QStringLiteral("firmware"));
+    co_await operate();
+    co_await showTab(Tab::Configuration, QStringLiteral("configuration"));
+    co_await typeCommand();
+    co_await loadFirmware();
+    co_return m_isComplete;
+}
+
+Task<> Tour::showTab(Tab tab, QString pictureName) {
+    m_app.mainWindow().setTab(static_cast<int>(tab));
+    co_await m_clock.sleep(700ms);
+    takePicture(&m_app.mainWindow(), pictureName);
+}
+
+Task<> Tour::operate() {
+    m_app.mainWindow().setTab(static_cast<int>(Tab::Operate));
+    co_await m_clock.sleep(500ms);
+    press(QStringLiteral("BandSelected5"));
+    press(QStringLiteral("OperStby"));
+    co_await m_clock.sleep(3s);
+    takePicture(&m_app.mainWindow(), QStringLiteral("operate"));
+    m_amplifier.raiseFault(9);
+    co_await m_clock.sleep(1500ms);
+    takePicture(&m_app.mainWindow(), QStringLiteral("operate-fault"));
+    press(QStringLiteral("ClearCurrentFault"));
+    co_await m_clock.sleep(500ms);
+}
+
+Task<> Tour::typeCommand() {
+    m_app.mainWindow().setTab(static_cast<int>(Tab::CommandTester));
+    auto* field = m_app.mainWindow().findChild<QLineEdit*>(QStringLiteral("TesterField"));
+    for (const QChar key : QStringLiteral("^RVM;^TM;^VI;")) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(key));
+        QApplication::sendEvent(field, &press);
+        co_await m_clock.sleep(60ms);
+    }
+    co_await m_clock.sleep(300ms);
+    takePicture(&m_app.mainWindow(), QStringLiteral("tester"));
+}
+
+Task<> Tour::loadFirmware() {
+    m_app.mainWindow().setTab(static_cast<int>(Tab::Firmware));
+    co_await m_clock.sleep(200ms);
+    press(QStringLiteral("SendVLXButton"));
+    co_await m_clock.sleep(8s);
+    if (QWidget* loadWindow = QApplication::activeModalWidget())
+        takePicture(loadWindow, QStringLiteral("load"));
+    while (m_app.globals().m_loadingfirmware)
+        co_await m_clock.sleep(200ms);
+    co_await m_clock.sleep(300ms);
+    takePicture(&m_app.mainWindow(), QStringLiteral("loaded"));
+}
+
+void Tour::press(const QString& buttonName) {
+    m_app.mainWindow().findChild<QPushButton*>(buttonName)->click();
+}
+
+void Tour::takePicture(QWidget* window, const QString& name) {
+    m_isComplete = window->grab().save(m_folder + u'/' + name + QStringLiteral(".png")) && m_isComplete;
+}
