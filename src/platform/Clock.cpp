@@ -23,6 +23,11 @@ void Clock::runDue() {
     // turn after the other events.
     const std::uint64_t lastTurn = m_lastTurn;
     m_loopTurned = now();
+    // Also when an error escapes from a callback: the other waits must not stand still for it.
+    struct Rearm {
+        Clock& clock;
+        ~Rearm() { clock.wakeAt(clock.nextDue()); }
+    } const rearm{*this};
     auto place = m_waits.begin();
     while (place != m_waits.end() && place->first.first <= m_loopTurned) {
         if (place->first.second > lastTurn) {
@@ -35,7 +40,6 @@ void Clock::runDue() {
         // The callback may have cancelled any other wait.
         place = m_waits.begin();
     }
-    wakeAt(nextDue());
 }
 
 std::optional<Clock::Microseconds> Clock::nextDue() const {

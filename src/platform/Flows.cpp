@@ -3,14 +3,19 @@
 #include <algorithm>
 
 Flows::~Flows() {
-    if (m_reaping)
-        m_clock.cancel(*m_reaping);
+    cancelAll();
 }
 
 void Flows::start(Task<> flow) {
     Task<> supervised = supervise(std::move(flow));
     if (!supervised.isDone())
         m_running.push_back(std::move(supervised));
+}
+
+void Flows::cancelAll() {
+    m_running.clear();
+    if (m_reaping)
+        m_clock.cancel(*std::exchange(m_reaping, std::nullopt));
 }
 
 bool Flows::isIdle() const {
@@ -23,7 +28,8 @@ Task<> Flows::supervise(Task<> flow) {
     } catch (...) {
         m_onError(std::current_exception());
     }
-    if (!m_reaping)
+    // A flow that ends before its first wait was never among the running ones.
+    if (!m_reaping && !m_running.empty())
         m_reaping = m_clock.schedule(Clock::Microseconds{0}, [this] { reap(); });
 }
 

@@ -21,7 +21,7 @@ public:
     ~Flows();
 
     void start(Task<> flow);
-    void cancelAll() { m_running.clear(); }
+    void cancelAll();
     bool isIdle() const;
 
 private:

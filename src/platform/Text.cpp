@@ -1,12 +1,13 @@
 #include "Text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <system_error>
 
 namespace {
+
+// A number past every range stays at the largest there is: nobody downstream expects an infinity.
+constexpr double Largest = std::numeric_limits<double>::max();
 
 bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
@@ -52,7 +53,7 @@ double hexadecimalValue(QStringView digits) {
         const int digit = QString(c).toInt(nullptr, 16);
         if (digit == 0 && c != u'0')
             break;
-        value = value * 16 + digit;
+        value = std::min(value * 16 + digit, Largest);
     }
     return value;
 }
@@ -61,7 +62,7 @@ double hexadecimalValue(QStringView digits) {
 QByteArray roundedDigits(double value, int decimals) {
     // Halves go away from zero as they are written in decimal, so 0.45 to one place is 0.5.
     const double scaled = std::round(std::nextafter(std::abs(value) * std::pow(10.0, decimals), HUGE_VAL));
-    return QByteArray::number(scaled, 'f', 0);
+    return QByteArray::number(std::min(scaled, Largest), 'f', 0);
 }
 
 struct Pattern {
@@ -134,7 +135,11 @@ QString Text::Trim(QStringView text) {
 qsizetype Text::CountFields(QStringView text, QStringView separator) {
     if (text.isEmpty())
         return 0;
-    return separator.isEmpty() ? 1 : text.count(separator, Qt::CaseInsensitive) + 1;
+    qsizetype fields = 1;
+    qsizetype at = separator.isEmpty() ? -1 : text.indexOf(separator, 0, Qt::CaseInsensitive);
+    for (; at >= 0; at = text.indexOf(separator, at + separator.size(), Qt::CaseInsensitive))
+        ++fields;
+    return fields;
 }
 
 QString Text::NthField(QStringView text, QStringView separator, qsizetype number) {
@@ -160,11 +165,7 @@ double Text::Val(QStringView text) {
     QStringView number = text.mid(blanks);
     if (number.startsWith(u"&h", Qt::CaseInsensitive))
         return hexadecimalValue(number.mid(2));
-    const QByteArray digits = number.left(decimalLength(number)).toLatin1();
-    const char* begin = digits.startsWith('+') ? digits.data() + 1 : digits.data();
-    double value = 0;
-    const auto parsed = std::from_chars(begin, digits.data() + digits.size(), value);
-    return parsed.ec == std::errc() ? value : 0;
+    return number.left(decimalLength(number)).toLatin1().toDouble();
 }
 
 std::int32_t Text::IntVal(QStringView text) {
@@ -192,6 +193,8 @@ QString Text::Format(double value, QStringView pattern) {
                 result += pattern[i];
         } else if (c == u'.') {
             behindPoint = true;
+            if (wholePlaces == 0)
+                result += QString::fromLatin1(whole);
             result += c;
         } else if (c != u'0' && c != u'#') {
             result += c;

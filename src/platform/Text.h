@@ -34,7 +34,7 @@ qsizetype CountFields(QStringView text, QStringView separator);
 QString NthField(QStringView text, QStringView separator, qsizetype number);
 
 // The number that a text starts with, after white space: sign, digits, point, exponent, or "&h" and
-// hexadecimal digits. 0 when there are no digits.
+// hexadecimal digits. 0 when there are no digits, or more than a number can hold.
 double Val(QStringView text);
 // Val as a 32-bit integer, towards zero, held at the ends of its range.
 std::int32_t IntVal(QStringView text);

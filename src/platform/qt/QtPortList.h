@@ -1,0 +1,22 @@
+// The serial ports of the machine.
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+#include "SerialPort.h"
+
+class QtPortList final : public PortList {
+public:
+    int SerialPortCount() override;
+    // Of the ports that the last count found.
+    PortInfo SerialPort(int index) override { return m_ports[index]; }
+    PortInfo SerialPort(const QString& name) override;
+
+private:
+    QList<PortInfo> m_ports;
+};
+
+// Names of the ports with hardware behind them, in natural order (ttyUSB2 before ttyUSB10), by the
+// system's folder of terminals, "/sys/class/tty" on Linux. No port is opened for it.
+QStringList portNamesIn(const QString& classFolder);

@@ -1,0 +1,139 @@
+#include "OpenFailure.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "PseudoTerminal.h"
+#include "QtSerialPort.h"
+#include "SystemClock.h"
+
+namespace {
+
+// An ordinary user for a while, if the test runs as root.
+class OrdinaryUser {
+public:
+    OrdinaryUser() {
+        if (::geteuid() == 0) {
+            EXPECT_EQ(::seteuid(Nobody), 0);
+        }
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (::getuid() == 0) {
+            EXPECT_EQ(::seteuid(0), 0);
+        }
+    }
+
+private:
+    static constexpr uid_t Nobody = 65534;
+};
+
+QString failureOf(const QString& path) {
+    SystemClock clock;
+    QtSerialPort port(clock);
+    port.setSerialPort({QStringLiteral("ttyUSB0"), path});
+    EXPECT_FALSE(port.Open());
+    EXPECT_FALSE(port.isOpen());
+    return port.openFailure();
+}
+
+TEST(OpenFailure, AMissingPortIsMissing) {
+    const QString why = failureOf(QStringLiteral("/dev/no such port"));
+    EXPECT_TRUE(why.startsWith(QStringLiteral("Port ttyUSB0 did not open: missing."))) << why.toStdString();
+    EXPECT_TRUE(failureOf(QString()).contains(QStringLiteral("did not open: "))) << "nothing to open";
+}
+
+TEST(OpenFailure, APortThatIsOpenElsewhereIsBusy) {
+    const PseudoTerminal line;
+    SystemClock clock;
+    QtSerialPort other(clock);
+    other.setSerialPort({QStringLiteral("pty"), line.path()});
+    ASSERT_TRUE(other.Open());
+    const QString why = failureOf(line.path());
+    EXPECT_TRUE(why.contains(QStringLiteral("busy"))) << why.toStdString();
+    other.Close();
+    SystemClock secondClock;
+    QtSerialPort second(secondClock);
+    second.setSerialPort({QStringLiteral("pty"), line.path()});
+    EXPECT_TRUE(second.Open());
+    EXPECT_EQ(second.openFailure(), QString());
+}
+
+TEST(OpenFailure, APortThatThePermissionsForbidIsDenied) {
+    const PseudoTerminal line;
+    ASSERT_EQ(::chmod(QFile::encodeName(line.path()).constData(), 0), 0);
+    const OrdinaryUser user;
+    const QString why = failureOf(line.path());
+    EXPECT_TRUE(why.contains(QStringLiteral("denied, and the group is not the cause"))) << why.toStdString();
+    EXPECT_TRUE(why.contains(QStringLiteral("mode 0000"))) << why.toStdString();
+}
+
+TEST(OpenFailure, WhatIsNoSerialPortSaysSo) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("notes.txt")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QString why = failureOf(file.fileName());
+    EXPECT_FALSE(why.contains(QStringLiteral("busy")) || why.contains(QStringLiteral("denied")))
+        << why.toStdString();
+}
+
+TEST(OpenFailure, ADenialSaysWhatToDo) {
+    const QString advice = QStringLiteral("sudo usermod -aG dialout anna");
+    struct {
+        bool groupMayUse, isMember, loginKnows;
+        QString says;
+    } const rows[] = {
+        // clang-format off
+        {true,  false, false, advice},
+        {true,  true,  false, QStringLiteral("this login is older")},
+        {true,  true,  true,  QStringLiteral("the group is not the cause")},
+        {false, false, false, QStringLiteral("the group is not the cause")},
+        {false, true,  false, QStringLiteral("the group is not the cause")},
+        // clang-format on
+    };
+    for (const auto& row : rows) {
+        PortAccess access;
+        access.isAllowed = false;
+        access.groupMayUse = row.groupMayUse;
+        access.isMember = row.isMember;
+        access.loginKnows = row.loginKnows;
+        access.user = QStringLiteral("anna");
+        access.owner = QStringLiteral("root");
+        access.group = QStringLiteral("dialout");
+        const QString why =
+            openFailureLine({QStringLiteral("ttyUSB0"), QStringLiteral("/dev/ttyUSB0")}, access,
+                            QSerialPort::PermissionError, QStringLiteral("Permission denied"));
+        EXPECT_TRUE(why.contains(row.says)) << why.toStdString();
+        EXPECT_EQ(why.contains(advice), row.says == advice);
+    }
+}
+
+TEST(OpenFailure, TheSystemIsAskedForTheGroup) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("port"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    if (::getuid() != 0)
+        GTEST_SKIP() << "only root can give a file to another group";
+    constexpr gid_t Dialout = 20;
+    ASSERT_EQ(::chown(QFile::encodeName(path).constData(), 0, Dialout), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(folder.path()).constData(), 0755), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0660), 0);
+    const OrdinaryUser user;
+    const PortAccess access = examinePortAccess(path);
+    EXPECT_TRUE(access.exists);
+    EXPECT_FALSE(access.isAllowed);
+    EXPECT_TRUE(access.groupMayUse);
+    EXPECT_FALSE(access.isMember);
+    EXPECT_FALSE(access.loginKnows);
+    EXPECT_EQ(access.owner, QStringLiteral("root"));
+    EXPECT_EQ(access.mode, 0660);
+}
+
+}  // namespace
