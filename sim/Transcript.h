@@ -16,6 +16,7 @@
 //   lost R       the port has gone, reason R
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -29,9 +30,9 @@ struct TranscriptEvent {
 
     Clock::Microseconds time{0};
     Kind kind = Kind::Out;
-    int value = 0;     // Open, Speed: bit/s; RequestToSend: 0 or 1
-    QByteArray bytes;  // Out, In
-    QString text;      // Open: port; Refused, Lost: reason
+    int value = 0;          // Open, Speed: bit/s; RequestToSend: 0 or 1
+    QByteArray bytes = {};  // Out, In
+    QString text = {};      // Open: port; Refused, Lost: reason
 
     bool operator==(const TranscriptEvent&) const = default;
 };
@@ -44,11 +45,10 @@ std::optional<Transcript> readTranscript(QIODevice& file, QString& error);
 // Writes events with the time since its construction. The file stays open and outlives it.
 class TranscriptWriter {
 public:
-    TranscriptWriter(Clock& clock, QIODevice& file) : m_clock(clock), m_file(file), m_start(clock.now()) {}
+    TranscriptWriter(Clock& clock, QIODevice& file);
 
     // The event's own time is not used.
-    void write(TranscriptEvent event);
-    void write(TranscriptEvent::Kind kind, const QByteArray& bytes) { write({.kind = kind, .bytes = bytes}); }
+    void write(const TranscriptEvent& event);
 
 private:
     Clock& m_clock;
@@ -60,7 +60,7 @@ private:
 // this one in its place.
 class RecordingPort final : public SerialPort {
 public:
-    RecordingPort(SerialPort& port, Clock& clock, QIODevice& file);
+    RecordingPort(::SerialPort& port, Clock& clock, QIODevice& file);
     ~RecordingPort() override;
 
     bool Open() override;
@@ -77,13 +77,13 @@ private:
     void take();
     void lose(const QString& reason);
 
-    SerialPort& m_port;
+    ::SerialPort& m_port;
     TranscriptWriter m_record;
 };
 
-// A port that plays a transcript: what the program writes is compared with the record, and what had been
-// received after a write comes again, as long after it as then. Bytes of one write may come in several or
-// the other way round. Nothing comes after the first difference.
+// A port that plays a transcript: what the program opens and writes is compared with the record, the speed
+// too, and what had been received or lost after a write comes again, as long after it as then. One write
+// may be made as several or several as one. Nothing comes after the first difference.
 class ReplayPort final : public SerialPort {
 public:
     ReplayPort(Clock& clock, Transcript transcript);
@@ -101,27 +101,31 @@ public:
     // The first difference between the program and the record; empty when there was none.
     QString difference() const { return m_difference; }
     // Everything on record has been written and has come.
-    bool isFinished() const { return m_next == m_transcript.size() && m_pending.empty(); }
+    bool isFinished() const { return m_next == m_transcript.size() && m_coming.empty(); }
 
 private:
-    struct Coming;
-
-    void goOn();
-    void comeLater(const TranscriptEvent& event);
+    // Takes the part of the bytes that belongs to one event and tells how many bytes that was.
+    qsizetype compare(QByteArrayView bytes);
+    static QString shown(QByteArrayView bytes);
+    bool isNext(TranscriptEvent::Kind kind) const;
+    void differ(const QString& how);
+    void passNext();
+    void comeLater(std::size_t index);
     void come(const TranscriptEvent& event);
-    bool compare(const QByteArray& bytes);
+    void forgetComing();
 
     Clock& m_clock;
     Transcript m_transcript;
-    std::size_t m_next = 0;
+    std::size_t m_next = 0;  // what the program is to do next
     qsizetype m_writtenOfNext = 0;
-    // Recorded and present time of the event from which those that come are timed.
+    // Recorded and present time of the event from which those that come by themselves are timed.
     Clock::Microseconds m_recordedAt{0};
     Clock::Microseconds m_playedAt{0};
-    std::map<std::size_t, Clock::WaitKey> m_pending;
+    std::map<std::size_t, Clock::WaitKey> m_coming;
     bool m_isOpen = false;
+    int m_bitsPerSecond = 0;
     int m_recordedSpeed = 0;
     QString m_openFailure;
     QString m_difference;
-    Wire m_line;
+    Wire m_line;  // for the time that sending takes
 };
