@@ -1,0 +1,104 @@
+#include "FaultTableWindow.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "Naming.h"
+#include "Placement.h"
+
+namespace {
+
+constexpr QSize DesignSize(560, 360);
+constexpr std::array<int, 3> ColumnWidths{90, 90, 50};
+
+}  // namespace
+
+FaultTableWindow::FaultTableWindow(Clock& clock, Flows::ErrorHandler onError, FaultTable& table,
+                                   QWidget& mainWindow)
+    : QDialog(&mainWindow),
+      m_table(table),
+      m_mainWindow(mainWindow),
+      m_closed(clock),
+      Listbox1(
+          named(new QTreeWidget, QStringLiteral("Listbox1"), QStringLiteral("Faults, newest at the top"))),
+      SaveToFileButton(named(new QPushButton(QStringLiteral("Save to File")),
+                             QStringLiteral("SaveToFileButton"),
+                             QStringLiteral("Save the fault table to a file"))),
+      CloseButton(named(new QPushButton(QStringLiteral("Close")), QStringLiteral("CloseButton"),
+                        QStringLiteral("Close the fault table"))),
+      m_flows(clock, std::move(onError)) {
+    setObjectName(QStringLiteral("FaultTableWindow"));
+    setWindowTitle(QStringLiteral("Fault Table (Newest Entry at Top)"));
+    setModal(true);
+    resize(DesignSize);
+
+    Listbox1->setRootIsDecorated(false);
+    Listbox1->setUniformRowHeights(true);
+    Listbox1->setAlternatingRowColors(true);
+    Listbox1->setHeaderLabels({QStringLiteral("Timestamp"), QStringLiteral("Fault Code"),
+                               QStringLiteral("Data"), QStringLiteral("Description")});
+    for (int column = 0; column < static_cast<int>(ColumnWidths.size()); ++column)
+        Listbox1->setColumnWidth(column, ColumnWidths[static_cast<std::size_t>(column)]);
+    SaveToFileButton->setEnabled(false);
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(SaveToFileButton);
+    buttons->addWidget(CloseButton);
+    auto* const rows = new QVBoxLayout(this);
+    rows->addWidget(Listbox1);
+    rows->addLayout(buttons);
+    CloseButton->setDefault(true);
+    connect(SaveToFileButton, &QPushButton::clicked, this, &FaultTableWindow::SaveToFileButton_Action);
+    connect(CloseButton, &QPushButton::clicked, this, &FaultTableWindow::close);
+}
+
+Task<> FaultTableWindow::Run() {
+    placeBelowTop(*this, m_mainWindow);
+    show();
+    m_flows.start(m_table.Begin(*this));
+    co_await m_closed.wait();
+}
+
+void FaultTableWindow::showWaitCursor(bool isShown) {
+    if (isShown)
+        setCursor(Qt::WaitCursor);
+    else
+        unsetCursor();
+}
+
+void FaultTableWindow::addRow(const FaultTableRow& row) {
+    Listbox1->addTopLevelItem(new QTreeWidgetItem({row.timestamp, row.faultCode, row.data, row.description}));
+}
+
+void FaultTableWindow::enableSaveToFileButton() {
+    SaveToFileButton->setEnabled(true);
+}
+
+void FaultTableWindow::SaveToFileButton_Action() {
+    m_flows.start(saveToFile());
+}
+
+Task<> FaultTableWindow::saveToFile() {
+    setSaving(true);
+    const auto saved = qScopeGuard([this] { setSaving(false); });
+    co_await m_table.SaveToFile();
+}
+
+void FaultTableWindow::setSaving(bool isSaving) {
+    m_isSaving = isSaving;
+    SaveToFileButton->setEnabled(!isSaving);
+    CloseButton->setEnabled(!isSaving);
+}
+
+// Every way of closing comes through here: the button, the close box, Escape.
+void FaultTableWindow::done(int result) {
+    if (m_isSaving)
+        return;
+    QDialog::done(result);
+    m_closed.open();
+}

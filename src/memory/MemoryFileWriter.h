@@ -1,0 +1,59 @@
+// Writes the text files of the memory tools: configuration and fault table.
+#pragma once
+
+#include <memory>
+
+#include <QDateTime>
+#include <QFileDevice>
+
+#include "FileTypes1.h"
+#include "Globals.h"
+#include "MemoryAccess.h"
+#include "Task.h"
+
+// One file at a time. Every line ends in CR LF, on every platform.
+class MemoryFileWriter {
+public:
+    enum class Failed {
+        LeavesNoFile,  // a file appears when finish() makes it; until then an older one stays as it was
+        StaysOnDisk,   // what was written is kept
+    };
+
+    MemoryFileWriter(Clock& clock, Globals& globals, MemoryAccess& memory)
+        : m_clock(clock), m_globals(globals), m_memory(memory) {}
+
+    // The name to offer: serial number if the amplifier gives it, date and time, extension.
+    Task<QString> CreateTimeStampedFilename(QString extension);
+
+    // Begins the file at the absolute path. False when it cannot be made; failure() then says why.
+    bool create(const QString& path, Failed failed);
+    // Closes the file; with LeavesNoFile it appears only now. False when something of it could not be
+    // written.
+    bool finish();
+    // Closes the file unfinished.
+    void abandon();
+    // Why the file could not be made or written, in words for the log; empty when nothing failed.
+    QString failure() const { return m_failure; }
+
+    // Adds the line to the running CRC and writes it. Each line reaches the system at once, so a full disk
+    // shows at the line that no longer fits.
+    bool WriteLine(const QString& line);
+
+    // The heading's date and time, "2011/03/02 at 04:05:06".
+    QString creationTime() const;
+    bool SaveVLXUtilVersionInfo();
+    bool SaveFirmwareRevisionInfo();
+    // True also when the amplifier does not give its number: the line is then left out.
+    Task<bool> SaveVLXSerialNumber();
+
+    // The reason to report if the save fails. Each stage sets it before it begins, and it stays when a
+    // save is over.
+    QString m_ErrorText;
+
+private:
+    Clock& m_clock;
+    Globals& m_globals;
+    MemoryAccess& m_memory;
+    std::unique_ptr<QFileDevice> filestream;
+    QString m_failure;
+};

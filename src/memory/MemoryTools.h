@@ -1,0 +1,47 @@
+// The four buttons of the configuration tab.
+#pragma once
+
+#include "Globals.h"
+#include "LineOwner.h"
+#include "MemoryAccess.h"
+#include "MemoryFileWriter.h"
+#include "MemoryWindows.h"
+#include "Platform.h"
+#include "ProgressView.h"
+#include "SaveRestoreM7Config.h"
+#include "TabPanelLock.h"
+#include "Task.h"
+
+// One tool runs at a time: an action that is started while another runs ends at once. Each takes the line
+// while it runs. All that is handed in outlives the object, and the object outlives its flows.
+class MemoryTools {
+public:
+    MemoryTools(Platform& platform, Globals& globals, LineOwner& line, ProgressView& progress,
+                TabPanelLock& panel, MemoryWindows& windows);
+    MemoryTools(const MemoryTools&) = delete;
+    MemoryTools& operator=(const MemoryTools&) = delete;
+
+    Task<> SaveConfig_Action();
+    Task<> RestoreConfig_Action();
+    Task<> DisplayFaultTable_Action();
+    Task<> EditBannerButton_Action();
+
+    bool isRunning() const { return m_isRunning; }
+    // The amplifier's memory is being written: cancelling the flow now would leave it half written.
+    bool isWriting() const { return m_memory.isWriting(); }
+    // Ends when nothing is being written: at once, or soon after the write is over.
+    Task<> waitForWriteEnd();
+
+private:
+    class Turn;
+
+    Platform& m_platform;
+    Globals& m_globals;
+    LineOwner& m_line;
+    TabPanelLock& m_panel;
+    MemoryWindows& m_windows;
+    MemoryAccess m_memory;
+    MemoryFileWriter m_file;
+    SaveRestoreM7Config m_configuration;
+    bool m_isRunning = false;
+};

@@ -1,0 +1,65 @@
+#include "LogField.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+LogField::LogField(SelectAll selectAll, QWidget* parent) : QTextEdit(parent), m_selectAll(selectAll) {
+    setReadOnly(true);
+    setAcceptRichText(false);
+    setUndoRedoEnabled(false);
+    // The cursor is seen and moved by keyboard although nothing can be typed.
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setTabChangesFocus(true);
+    document()->setMaximumBlockCount(LineLimit);
+}
+
+void LogField::copySelection() {
+    if (hasSelection())
+        copy();
+}
+
+void LogField::cutSelection() {
+    copySelection();
+    deleteSelection();
+}
+
+void LogField::deleteSelection() {
+    textCursor().removeSelectedText();
+}
+
+void LogField::appendText(const QString& text) {
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(text);
+    setTextCursor(end);
+    ensureCursorVisible();
+}
+
+void LogField::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers() == Qt::ControlModifier)
+        shortcutKey(event->key());
+    // Not handled: the key goes on its way all the same.
+    QTextEdit::keyPressEvent(event);
+}
+
+void LogField::shortcutKey(int key) {
+    if (key == Qt::Key_A && (hasSelection() || m_selectAll == SelectAll::Always))
+        selectAll();
+    else if (key == Qt::Key_C)
+        copySelection();
+    else if (key == Qt::Key_X)
+        cutSelection();
+}
+
+void LogField::contextMenuEvent(QContextMenuEvent* event) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("Copy"), this, &LogField::copySelection);
+    menu->addAction(QStringLiteral("Cut"), this, &LogField::cutSelection);
+    menu->addAction(QStringLiteral("Delete"), this, &LogField::deleteSelection);
+    const QList<QAction*> actions = menu->actions();
+    for (QAction* action : actions)
+        action->setEnabled(hasSelection());
+    menu->popup(event->globalPos());
+}
