@@ -26,7 +26,7 @@ public:
         State powerOnState = State::Waiting;  // Waiting or Main, if there is valid firmware
         Clock::Microseconds mainStartTime = std::chrono::milliseconds(1500);
         Clock::Microseconds loaderStartTime = std::chrono::milliseconds(50);
-        BootstrapLoader::Timing loader;
+        BootstrapLoader::Timing loader = {};
     };
 
     explicit Vlx720(Clock& clock) : Vlx720(clock, Settings()) {}
