@@ -56,6 +56,7 @@ bool ModemLines::isLowLatency() {
 }
 
 // Stands before the system's own in this program and its libraries.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system names them with underscores
 extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept {
     std::va_list arguments;
     va_start(arguments, request);
