@@ -52,11 +52,13 @@ QFileDialog* makeFileDialog(QWidget* parent, const QString& name, const QString&
 
 Task<QString> chooseFile(Clock& clock, QFileDialog* fileDialog) {
     const OwnedDialog<QFileDialog> dialog(fileDialog);
-    const bool isAccepted = co_await DialogWait(clock, dialog.get());
-    if (!isAccepted || !dialog)
-        co_return QString();
-    const QStringList chosen = dialog->selectedFiles();
-    co_return chosen.isEmpty() ? QString() : QDir::cleanPath(chosen.first());
+    // Taken as the user accepts: a turn of the loop later the dialog may be reading another folder.
+    QString chosen;
+    const QObject receiver;
+    QObject::connect(fileDialog, &QFileDialog::fileSelected, &receiver,
+                     [&chosen](const QString& path) { chosen = QDir::cleanPath(path); });
+    const bool isAccepted = co_await DialogWait(clock, fileDialog);
+    co_return isAccepted ? chosen : QString();
 }
 
 }  // namespace
