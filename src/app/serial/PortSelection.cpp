@@ -5,8 +5,11 @@
 void PortSelection::fillMenu() {
     const int count = m_ports.SerialPortCount();
     QStringList names;
-    for (int index = 0; index < count; ++index)
-        names += m_ports.SerialPort(index).Name;
+    m_rows.clear();
+    for (int index = 0; index < count; ++index) {
+        m_rows.push_back(m_ports.SerialPort(index));
+        names += m_rows.back().Name;
+    }
     m_panel.setSerialPortMenuRows(names);
     // Without any port in the list a device path can still be typed.
     m_panel.showByNamePort(count == 0 || m_globals.m_PortCheck);
@@ -42,8 +45,7 @@ Task<> PortSelection::SerialPortMenu_Change(int index) {
     if (m_window.mStartup || index < 0)
         co_return;
     m_window.m_Port = index;
-    if (index < m_ports.SerialPortCount())
-        co_await reopen(m_ports.SerialPort(index));
+    co_await reopen(m_rows.at(static_cast<std::size_t>(index)));
 }
 
 Task<> PortSelection::RefreshPortsButton_Action() {
@@ -56,8 +58,8 @@ Task<> PortSelection::RefreshPortsButton_Action() {
         co_return;
     if (m_globals.m_PortCheck)
         co_await openByName();
-    else if (m_window.m_Port < m_ports.SerialPortCount())
-        co_await reopen(m_ports.SerialPort(m_window.m_Port));
+    else if (static_cast<std::size_t>(m_window.m_Port) < m_rows.size())
+        co_await reopen(m_rows[static_cast<std::size_t>(m_window.m_Port)]);
 }
 
 Task<> PortSelection::PortCheck_Action(bool checked) {

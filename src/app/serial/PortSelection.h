@@ -1,7 +1,7 @@
 // Chooses and opens the one serial port.
 #pragma once
 
-#include <optional>
+#include <vector>
 
 #include "Globals.h"
 #include "Platform.h"
@@ -45,5 +45,6 @@ private:
     Globals& m_globals;
     WindowState& m_window;
     PortPanel& m_panel;
+    std::vector<PortInfo> m_rows;  // the ports of the list, as it was filled
     bool m_isLost = false;
 };

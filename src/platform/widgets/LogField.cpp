@@ -37,10 +37,16 @@ void LogField::appendText(const QString& text) {
 }
 
 void LogField::keyPressEvent(QKeyEvent* event) {
-    if (event->modifiers() == Qt::ControlModifier)
-        shortcutKey(event->key());
-    // Not handled: the key goes on its way all the same.
-    QTextEdit::keyPressEvent(event);
+    const bool isShortcut =
+        event->modifiers() == Qt::ControlModifier &&
+        (event->key() == Qt::Key_A || event->key() == Qt::Key_C || event->key() == Qt::Key_X);
+    if (!isShortcut) {
+        QTextEdit::keyPressEvent(event);
+        return;
+    }
+    shortcutKey(event->key());
+    // Not handled, for the windows around; the base class would select all in any case.
+    event->ignore();
 }
 
 void LogField::shortcutKey(int key) {

@@ -1,0 +1,38 @@
+// The editor of the fifteen macros.
+#pragma once
+
+#include <array>
+
+#include <QDialog>
+
+#include "Macros.h"
+
+class QLineEdit;
+class QPushButton;
+
+class CommandMacroWin final : public QDialog {
+    Q_OBJECT
+
+public:
+    // Shows the macros; "Save" puts them back and emits saved().
+    CommandMacroWin(Macros& macros, QWidget* parent);
+
+Q_SIGNALS:
+    void saved();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Event_Open();
+    void BevelButton1_Action();
+    void BevelButton2_Action();
+    bool MacroCommand_KeyDown(QLineEdit& field, int key);
+    void MacroCommand_MouseDown(QLineEdit& field, const QPoint& globalPosition);
+
+    Macros& m_macros;
+    std::array<QLineEdit*, Macros::Count> MacroField{};
+    std::array<QLineEdit*, Macros::Count> MacroCommand{};
+    QPushButton* BevelButton1;
+    QPushButton* BevelButton2;
+};

@@ -1,0 +1,133 @@
+#include "CommandTesterTab.h"
+
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "Naming.h"
+#include "SerialPort.h"
+#include "TesterTermField.h"
+#include "TesterText.h"
+#include "Text.h"
+
+namespace {
+
+constexpr int MacroColumns = 5;
+
+bool isSendKey(const QString& key) {
+    return key == u"\r" || key == u"\x03" || key == u";";
+}
+
+}  // namespace
+
+CommandTesterTab::CommandTesterTab(Clock& clock, SerialPort& serialPort, Macros& macros)
+    : Serial1(serialPort),
+      m_macros(macros),
+      TesterField(named(new QLineEdit, QStringLiteral("TesterField"), tr("VLX command"))),
+      EditMacrosButton(
+          named(new QPushButton(tr("Edit Macros")), QStringLiteral("EditMacrosButton"), tr("Edit macros"))),
+      ClearButton(
+          named(new QPushButton(tr("Clear")), QStringLiteral("ClearButton"), tr("Erase output window"))),
+      m_terminal(new TesterTermField),
+      m_rest(clock, ShowPeriod, [this] {
+          if (!Serial1.LookAhead().isEmpty())
+              Q_EMIT bytesWait();
+      }) {
+    ClearButton->setToolTip(QStringLiteral("Erase output window"));
+    EditMacrosButton->setToolTip(QStringLiteral("Open macro editor"));
+    TesterField->installEventFilter(this);
+    TesterField->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto* label = new QLabel(QStringLiteral("Enter VLX command. Return key or semicolon sends:"));
+    label->setBuddy(TesterField);
+
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(label);
+    auto* entry = new QHBoxLayout;
+    entry->addWidget(TesterField, 1);
+    entry->addWidget(EditMacrosButton);
+    entry->addWidget(ClearButton);
+    rows->addLayout(entry);
+    rows->addWidget(macroButtons());
+    rows->addWidget(m_terminal, 1);
+
+    connect(EditMacrosButton, &QPushButton::clicked, this, &CommandTesterTab::EditMacrosButton_Action);
+    connect(ClearButton, &QPushButton::clicked, this, &CommandTesterTab::ClearButton_Action);
+}
+
+QWidget* CommandTesterTab::macroButtons() {
+    auto* group = new QWidget;
+    auto* grid = new QGridLayout(group);
+    grid->setContentsMargins(0, 0, 0, 0);
+    for (int index = 0; index < Macros::Count; ++index) {
+        auto* button = named(new QPushButton, QStringLiteral("CommandMacroButton%1").arg(index),
+                             tr("Macro %1").arg(index + 1));
+        button->setProperty("index", index);
+        // A long caption is cut, it does not push its neighbours away.
+        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        connect(button, &QPushButton::clicked, this, [this, index] { CommandMacroButton_Action(index); });
+        grid->addWidget(button, index / MacroColumns, index % MacroColumns);
+        CommandMacroButton[static_cast<std::size_t>(index)] = button;
+    }
+    for (int column = 0; column < MacroColumns; ++column)
+        grid->setColumnStretch(column, 1);
+    return group;
+}
+
+void CommandTesterTab::showMacroCaptions() {
+    for (std::size_t index = 0; index < Macros::Count; ++index) {
+        // A "&" is a character of the caption, not a mark for a shortcut.
+        const QString caption = m_macros.mCommandMacroButtonText[index];
+        CommandMacroButton[index]->setText(
+            Text::ReplaceAllB(caption, QStringLiteral("&"), QStringLiteral("&&")));
+        CommandMacroButton[index]->setToolTip(m_macros.mCommandMacroCommandText[index]);
+    }
+}
+
+void CommandTesterTab::enterTab(bool canSend) {
+    for (QPushButton* button : CommandMacroButton)
+        button->setEnabled(canSend);
+    TesterField->setEnabled(canSend);
+    ClearButton->setEnabled(canSend);
+    if (canSend)
+        TesterField->setFocus();
+}
+
+bool CommandTesterTab::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == TesterField && event->type() == QEvent::KeyPress)
+        return TesterField_KeyDown(static_cast<const QKeyEvent*>(event)->text());
+    return QWidget::eventFilter(watched, event);
+}
+
+bool CommandTesterTab::TesterField_KeyDown(const QString& key) {
+    if (!isSendKey(key))
+        return false;
+    const QString typed = TesterField->text() + key;
+    m_terminal->insertSent(u'\n' + typed);
+    Serial1.Write(Text::toLine(Text::Trim(typed)));
+    TesterField->clear();
+    return true;
+}
+
+void CommandTesterTab::ProcessCommandMacro(int index) {
+    const QString& command = m_macros.mCommandMacroCommandText[static_cast<std::size_t>(index)];
+    if (command.isEmpty())
+        return;
+    m_terminal->insertSent(command);
+    Serial1.Write(Text::toLine(command));
+}
+
+void CommandTesterTab::ClearButton_Action() {
+    m_terminal->clear();
+}
+
+void CommandTesterTab::takeReceived() {
+    if (m_rest.isOn())
+        return;
+    m_terminal->appendReceived(spellOut(Serial1.ReadAll()));
+    m_rest.start(ClockTimer::Mode::Single);
+}

@@ -1,0 +1,54 @@
+// The "Command Tester" tab.
+#pragma once
+
+#include <array>
+
+#include <QWidget>
+
+#include "Clock.h"
+#include "Macros.h"
+
+class QLineEdit;
+class QPushButton;
+class SerialPort;
+class TesterTermField;
+
+class CommandTesterTab final : public QWidget {
+    Q_OBJECT
+
+public:
+    // The least time between two arrivals that are shown: laying out the terminal anew takes its time.
+    static constexpr std::chrono::milliseconds ShowPeriod{50};
+
+    CommandTesterTab(Clock& clock, SerialPort& serialPort, Macros& macros);
+
+    // Buttons and field for sending; the focus goes to the field.
+    void enterTab(bool canSend);
+    // Bytes have come while this tab is shown. Those that come close behind others wait in the port for a
+    // moment, until bytesWait().
+    void takeReceived();
+    void showMacroCaptions();
+
+Q_SIGNALS:
+    void EditMacrosButton_Action();
+    void bytesWait();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool TesterField_KeyDown(const QString& key);
+    void CommandMacroButton_Action(int index) { ProcessCommandMacro(index); }
+    void ProcessCommandMacro(int index);
+    void ClearButton_Action();
+    QWidget* macroButtons();
+
+    SerialPort& Serial1;
+    Macros& m_macros;
+    QLineEdit* TesterField;
+    QPushButton* EditMacrosButton;
+    QPushButton* ClearButton;
+    std::array<QPushButton*, Macros::Count> CommandMacroButton{};
+    TesterTermField* m_terminal;
+    ClockTimer m_rest;
+};

@@ -1,0 +1,15 @@
+// MenuBar1, its menus and items by their names.
+#pragma once
+
+class QAction;
+class QMenuBar;
+
+struct MainMenu {
+    explicit MainMenu(QMenuBar& MenuBar1);
+
+    QAction* FileQuit;
+    QAction* ViewTraceMenu;
+    QAction* HelpVLXUtilHelp;
+    QAction* HelpReleaseNotes;
+    QAction* HelpAboutVLXUtil;
+};

@@ -1,0 +1,87 @@
+// The main window: the five tabs, the menu bar, and the handlers that tie them to the program.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QMainWindow>
+
+#include "CommandTesterTab.h"
+#include "FirmwareTab.h"
+#include "Globals.h"
+#include "MainMenu.h"
+#include "OperateTab.h"
+#include "Platform.h"
+#include "PortTab.h"
+#include "TabPanelLock.h"
+
+class ConfigurationTab;
+class CommandMacroWin;
+class QTabWidget;
+struct Services;
+
+class Window1 final : public QMainWindow, public TabPanelLock {
+    Q_OBJECT
+
+public:
+    Window1(Platform& platform, Macros& macros);
+    ~Window1() override;
+
+    // Gives the window the program that its handlers call. Once, before anything else.
+    void attach(const Services& services);
+
+    PortTab& portTab() { return *m_portTab; }
+    FirmwareTab& firmwareTab() { return *m_firmwareTab; }
+    OperateTab& operateTab() { return *m_operateTab; }
+    ConfigurationTab& configurationTab() { return *m_configurationTab; }
+    CommandTesterTab& commandTesterTab() { return *m_commandTesterTab; }
+    MainMenu& menu() { return m_menu; }
+
+    // A number that names no tab chooses none.
+    void setTab(int tab);
+    // Locks all tabs but the present one and the controls that start a flow, or gives them back.
+    void lockTabs(bool locked);
+    void setTabPanelEnabled(bool enabled) override;
+    void setEditBannerButtonEnabled(bool enabled) override;
+
+    void TabPanel1_Change(int tab);
+    void Serial1_DataAvailable();
+    void EnterHiddenCommandMode();
+    void LeaveHiddenCommandMode();
+
+    // Asked before the window closes; when it says no, the window stays and closes by closeWhenReady.
+    std::function<bool()> mayClose;
+    // Closes the window if the user has asked for it while it could not.
+    void closeWhenReady();
+
+Q_SIGNALS:
+    void Event_Close();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void connectPortTab();
+    void connectFirmwareTab();
+    void connectOperateTab();
+    void connectConfigurationTab();
+    void connectMenu();
+    void EditMacrosButton_Action();
+    void _ViewTraceMenu_Action();
+    void _HelpAboutVLXUtil_Action();
+    void _FileExit_Action() { close(); }
+    void _EditCommandMacros_Action();
+    CommandMacroWin* openMacroEditor();
+
+    const Services* m_services = nullptr;
+    Macros& m_macros;
+    SerialPort& Serial1;
+    MainMenu m_menu;
+    QTabWidget* TabPanel1;
+    PortTab* m_portTab;
+    FirmwareTab* m_firmwareTab;
+    OperateTab* m_operateTab;
+    ConfigurationTab* m_configurationTab;
+    CommandTesterTab* m_commandTesterTab;
+    bool m_wantsToClose = false;
+};

@@ -1,0 +1,149 @@
+#include "PortSelection.h"
+
+#include <gtest/gtest.h>
+
+#include "AmplifierBench.h"
+#include "FakePanels.h"
+
+namespace {
+
+struct Selected : AmplifierBench {
+    Selected() {
+        ports.ports = {{QStringLiteral("ttyS0"), QStringLiteral("/dev/ttyS0")},
+                       {QStringLiteral("ttyUSB0"), QStringLiteral("/dev/ttyUSB0")}};
+    }
+
+    void run(Task<> task) {
+        EXPECT_TRUE(clock.run(task));
+        EXPECT_EQ(clock.pendingWaits(), 0);
+    }
+
+    void start(std::int32_t chosen) {
+        window.m_Port = chosen;
+        selection.SerialPortMenu_Open();
+        run(selection.openAtStart());
+        panel.setSerialPortMenuIndex(window.m_Port);
+        window.mStartup = false;
+    }
+
+    QString openPort() const { return port.isOpen() ? port.serialPort().path : QString(); }
+
+    FakePortPanel panel;
+    PortSelection selection{platform, globals, window, panel};
+};
+
+TEST(PortSelectionTest, OpensTheChosenPortAtStart) {
+    Selected bench;
+    bench.start(1);
+    EXPECT_EQ(bench.panel.rows, (QStringList{"ttyS0", "ttyUSB0"}));
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    EXPECT_FALSE(bench.panel.isByNameShown);
+    EXPECT_EQ(bench.dialogs.shown, QStringList());
+}
+
+TEST(PortSelectionTest, NegativeIndexIsTheFirstPort) {
+    Selected bench;
+    bench.start(-5);
+    EXPECT_EQ(bench.window.m_Port, 0);
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyS0"));
+}
+
+TEST(PortSelectionTest, WithoutPortsADevicePathCanBeTyped) {
+    Selected bench;
+    bench.ports.ports.clear();
+    bench.start(0);
+    EXPECT_EQ(bench.dialogs.shown,
+              QStringList{"System has no serial ports!  No way to communicate with VLX!"});
+    EXPECT_EQ(bench.dialogs.beeps, 1);
+    EXPECT_TRUE(bench.panel.isByNameShown);
+
+    bench.run(bench.selection.PortCheck_Action(true));
+    EXPECT_EQ(bench.openPort(), QString());
+    bench.panel.field = QStringLiteral("/dev/pts/7");
+    bench.selection.PortField_TextChange(bench.panel.field);
+    bench.run(bench.selection.PortField_LostFocus());
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/pts/7"));
+    bench.run(bench.selection.PortField_LostFocus());
+    EXPECT_EQ(bench.port.openCount(), 1) << "an unchanged name is not opened again";
+
+    // An emptied name leaves the port as it was, and the next loss of focus tries again.
+    bench.panel.field.clear();
+    bench.selection.PortField_TextChange(QString());
+    bench.run(bench.selection.PortField_LostFocus());
+    EXPECT_TRUE(bench.window.bPortFieldChange);
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/pts/7"));
+    bench.run(bench.selection.PortCheck_Action(false));
+    EXPECT_EQ(bench.openPort(), QString());
+}
+
+TEST(PortSelectionTest, PortCalledModemIsLeftAlone) {
+    Selected bench;
+    bench.ports.ports.front().Name = QStringLiteral("Modem");
+    bench.start(0);
+    EXPECT_EQ(bench.port.openCount(), 0);
+    EXPECT_EQ(bench.dialogs.shown, QStringList());
+}
+
+TEST(PortSelectionTest, RefusedPortSaysWhyInTheLog) {
+    Selected bench;
+    bench.port.refuseToOpen(QStringLiteral("ttyS0 is in use by another program"));
+    bench.start(0);
+    EXPECT_EQ(bench.dialogs.shown, QStringList{"Error opening serial port"});
+    EXPECT_EQ(bench.dialogs.beeps, 1);
+    ASSERT_EQ(bench.log.size(), 1);
+    EXPECT_TRUE(bench.log.front().contains(QStringLiteral("in use by another program")));
+
+    bench.run(bench.selection.SerialPortMenu_Change(1));
+    EXPECT_EQ(bench.dialogs.shown.back(), QStringLiteral("Unable to open serial port ttyUSB0"));
+    EXPECT_EQ(bench.window.m_Port, 1);
+    EXPECT_EQ(bench.log.size(), 2);
+}
+
+TEST(PortSelectionTest, ChangeOpensTheOtherPortAndStartUpDoesNot) {
+    Selected bench;
+    bench.start(0);
+    bench.run(bench.selection.SerialPortMenu_Change(1));
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    bench.window.mStartup = true;
+    bench.run(bench.selection.SerialPortMenu_Change(0));
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    EXPECT_EQ(bench.window.m_Port, 1);
+}
+
+TEST(PortSelectionTest, RefreshLeavesTheOpenPortAlone) {
+    Selected bench;
+    bench.start(1);
+    bench.ports.ports.pop_back();
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_EQ(bench.panel.rows, QStringList{"ttyS0"});
+    EXPECT_EQ(bench.panel.index, -1);
+    EXPECT_EQ(bench.window.m_Port, 1);
+    EXPECT_EQ(bench.port.openCount(), 1);
+    EXPECT_FALSE(bench.window.mStartup);
+}
+
+TEST(PortSelectionTest, RowsKeepTheirPortsThoughTheSystemsListHasChanged) {
+    Selected bench;
+    bench.start(0);
+    bench.ports.ports.erase(bench.ports.ports.begin());
+    bench.run(bench.selection.SerialPortMenu_Change(1));
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+}
+
+TEST(PortSelectionTest, LostPortIsToldOnceAndComesBackWithARefresh) {
+    Selected bench;
+    bench.start(1);
+    bench.port.Lost = [&bench](const QString& reason) { bench.run(bench.selection.Serial1_Lost(reason)); };
+    bench.port.unplug(QStringLiteral("gone"));
+    bench.clock.advance(std::chrono::seconds(5));
+    EXPECT_EQ(bench.dialogs.shown.size(), 1);
+    EXPECT_EQ(bench.log.size(), 1);
+    EXPECT_EQ(bench.openPort(), QString());
+
+    bench.port.replug();
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    EXPECT_EQ(bench.dialogs.shown.size(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include "AppBench.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+TEST(StartUpTest, FirstRunLeavesTheFirmwareFolderAtTheMakersFolder) {
+    AppBench bench;
+    bench.start();
+    const QDir maker(bench.dataFolder() + QStringLiteral("/Tessarin"));
+    EXPECT_TRUE(maker.exists(QStringLiteral("VLX Configuration")));
+    EXPECT_TRUE(maker.exists(QStringLiteral("VLX Fault Tables")));
+    EXPECT_FALSE(maker.exists(QStringLiteral("VLX Firmware")));
+    EXPECT_EQ(QDir::cleanPath(bench.app().globals().m_FolderPath), maker.absolutePath());
+    bench.quit();
+
+    // The second start makes the folder, and keeps the path that was saved.
+    bench.start();
+    EXPECT_TRUE(maker.exists(QStringLiteral("VLX Firmware")));
+    EXPECT_EQ(QDir::cleanPath(bench.app().globals().m_FolderPath), maker.absolutePath());
+}
+
+TEST(StartUpTest, LogTellsTheProgramTheSystemAndTheAmplifier) {
+    AppBench bench;
+    bench.start();
+    const QStringList lines = bench.logText().split(u'\n');
+    ASSERT_GE(lines.size(), 3);
+    EXPECT_EQ(lines[0], QStringLiteral("14:05:07 Tessarin VLX Utility for OS X Version 1.0"));
+    EXPECT_TRUE(lines[1].mid(9).contains(QStringLiteral(" Version "))) << lines[1].toStdString();
+    EXPECT_EQ(lines[2].mid(9), QStringLiteral("VLX Version 01.23. ttyUSB0 RS-232 speed 38400 bit/s"));
+    EXPECT_EQ(bench.window().windowTitle(), QStringLiteral("Tessarin VLX Utility Version 1.0"));
+    EXPECT_EQ(bench.label(QStringLiteral("MCUinstalledText")), QStringLiteral("01.23"));
+    EXPECT_EQ(bench.label(QStringLiteral("MCUavailableText")), QStringLiteral("Missing"));
+    EXPECT_EQ(bench.errors, 0);
+}
+
+TEST(StartUpTest, MissingHelpFolderEndsTheProgram) {
+    AppBench bench;
+    bench.removeHelpFolder();
+    bench.launch();
+    bench.clock().advance(1s);
+    EXPECT_EQ(bench.dialogs().shown,
+              QStringList{"ERROR: 'Help' folder not found!\n"
+                          "The 'Help' folder must be in the same location as the executable!"});
+    EXPECT_EQ(bench.quits, 1);
+    EXPECT_FALSE(bench.window().isVisible());
+    EXPECT_EQ(bench.port().openCount(), 0);
+}
+
+TEST(StartUpTest, SilentAmplifierStopsNothing) {
+    AppBench bench;
+    bench.amplifier().powerOff();
+    bench.start();
+    EXPECT_TRUE(bench.logText().contains(QStringLiteral("VLX is not responding.")));
+    bench.port().clearWritten();
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(10s);
+    EXPECT_EQ(bench.port().written(), QByteArray());
+    EXPECT_FALSE(bench.control<QLabel>(QStringLiteral("PAVoltage"))->isEnabled());
+    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("OnOff"))->isEnabled());
+}
+
+TEST(StartUpTest, EveryKeyIsSavedInItsOrderAndReadBack) {
+    AppBench bench;
+    bench.start();
+    bench.window().move(120, 130);
+    bench.window().resize(700, 600);
+    bench.chooseTab(Tab::Operate);
+    bench.quit();
+
+    QFile file(bench.preferencesPath());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    QStringList keys;
+    for (qsizetype i = 0; i + 1 < lines.size(); i += 2)
+        keys += lines[i];
+    QStringList expected{"winLEFT",    "winWIDTH",         "winTOP",          "winHEIGHT", "Tab",
+                         "FolderPath", "ConfigFolderPath", "FaultFolderPath", "Port",      "Verbose"};
+    for (const char* kind : {"Button", "Command"})
+        for (int macro = 1; macro <= 15; ++macro)
+            expected += QStringLiteral("Macro%1%2").arg(macro).arg(QString::fromLatin1(kind));
+    EXPECT_EQ(keys, expected);
+
+    bench.start();
+    EXPECT_EQ(bench.window().size(), QSize(700, 600));
+    EXPECT_EQ(bench.window().pos(), QPoint(120, 130));
+    EXPECT_EQ(bench.app().globals().m_TabPanel, static_cast<int>(Tab::Operate));
+    EXPECT_TRUE(bench.app().monitor().isPolling());
+}
+
+struct PreferencesCase {
+    const char* name;
+    QByteArray contents;
+};
+
+class OddPreferencesTest : public testing::TestWithParam<PreferencesCase> {};
+
+TEST_P(OddPreferencesTest, NeverStopTheStart) {
+    AppBench bench;
+    bench.givePreferences(GetParam().contents);
+    bench.start();
+    EXPECT_EQ(bench.errors, 0);
+    EXPECT_EQ(bench.app().globals().m_TabPanel, 0);
+    EXPECT_TRUE(bench.port().isOpen());
+    EXPECT_GE(bench.window().width(), 615);
+    EXPECT_GE(bench.window().height(), 540);
+    EXPECT_TRUE(bench.window().screen()->availableGeometry().intersects(bench.window().frameGeometry()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, OddPreferencesTest,
+    testing::Values(PreferencesCase{"tab77", "Tab\n77\n"}, PreferencesCase{"portMinus5", "Port\n-5\n"},
+                    PreferencesCase{"tinyAndFarAway",
+                                    "winLEFT\n-30000\nwinTOP\n-30000\nwinWIDTH\n1\nwinHEIGHT\n1\n"},
+                    PreferencesCase{"hugeWindow", "winWIDTH\n2147483647\nwinHEIGHT\n99999\n"},
+                    PreferencesCase{"garbage", QByteArray(100000, '\xff')},
+                    PreferencesCase{"relativeFolder", "FolderPath\nnot a path\nTab"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(StartUpTest, PortPastTheListIsToldAndTheProgramGoesOn) {
+    AppBench bench;
+    bench.givePreferences("Port\n7\n");
+    bench.start();
+    EXPECT_EQ(bench.dialogs().shown,
+              QStringList{"System has no serial ports!  No way to communicate with VLX!"});
+    EXPECT_FALSE(bench.port().isOpen());
+}
+
+}  // namespace

@@ -1,0 +1,152 @@
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+#include "AppBench.h"
+#include "TesterTermField.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+struct TesterBench : AppBench {
+    TesterBench() {
+        start();
+        chooseTab(Tab::CommandTester);
+        clock().advance(100ms);
+        port().clearWritten();
+    }
+
+    QLineEdit* field() { return control<QLineEdit>(QStringLiteral("TesterField")); }
+    TesterTermField* terminal() { return control<TesterTermField>(QStringLiteral("TesterTermField")); }
+    QColor colourAt(int position) {
+        QTextCursor cursor(terminal()->document());
+        cursor.setPosition(position);
+        return cursor.charFormat().foreground().color();
+    }
+};
+
+TEST(TesterTest, SemicolonSendsAndTheAnswerFollowsInBlack) {
+    TesterBench bench;
+    typeText(*bench.field(), QStringLiteral("^RVM;"));
+    EXPECT_EQ(bench.port().written(), "^RVM;");
+    EXPECT_EQ(bench.field()->text(), QString());
+    bench.clock().advance(100ms);
+    EXPECT_EQ(bench.terminal()->toPlainText(), QStringLiteral("\n^RVM;^RVM01.23;"));
+    EXPECT_EQ(bench.colourAt(3), QColor(0, 0x88, 0));
+    EXPECT_EQ(bench.colourAt(9), QColor(Qt::black));
+}
+
+TEST(TesterTest, ReturnSendsWithoutTerminator) {
+    TesterBench bench;
+    typeText(*bench.field(), QStringLiteral(" ^TM"));
+    typeKey(*bench.field(), QStringLiteral("\r"), Qt::Key_Return);
+    EXPECT_EQ(bench.port().written(), "^TM");
+    bench.port().clearWritten();
+    typeKey(*bench.field(), QStringLiteral("\r"), Qt::Key_Enter);
+    EXPECT_EQ(bench.port().written(), QByteArray());
+    typeKey(*bench.field(), QStringLiteral(";"));
+    EXPECT_EQ(bench.port().written(), ";");
+}
+
+TEST(TesterTest, BytesThatDoNotPrintAreSpelledOut) {
+    TesterBench bench;
+    bench.amplifier().emitNoise(QByteArray("ok\r\x01\x7f\x80\xff~ ", 9));
+    bench.clock().advance(100ms);
+    EXPECT_EQ(bench.terminal()->toPlainText(), QStringLiteral("ok\\xD\\x1\\x7F\\x80\\xFF~ "));
+}
+
+TEST(TesterTest, MacroIsSentAsItStandsBehindTheLastText) {
+    AppBench bench;
+    bench.givePreferences("Macro2Button\nA & B\nMacro2Command\n^BN05;^BN; \n");
+    bench.start();
+    bench.chooseTab(Tab::CommandTester);
+    bench.port().clearWritten();
+    EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("CommandMacroButton1"))->text(),
+              QStringLiteral("A && B"));
+    EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("CommandMacroButton14"))->text(),
+              QStringLiteral("Macro 15"));
+    bench.press(QStringLiteral("CommandMacroButton1"));
+    bench.press(QStringLiteral("CommandMacroButton0"));
+    EXPECT_EQ(bench.port().written(), "^BN05;^BN; ");
+    EXPECT_EQ(bench.control<QTextEdit>(QStringLiteral("TesterTermField"))->toPlainText(),
+              QStringLiteral("^BN05;^BN; "));
+    EXPECT_EQ(bench.amplifier().band(), 0);
+    bench.clock().advance(200ms);
+    EXPECT_EQ(bench.amplifier().band(), 5);
+}
+
+TEST(TesterTest, ClipTakesTheNewestText) {
+    TesterBench bench;
+    bench.terminal()->setPlainText(QString(31990, u'a') + QString(20, u'b'));
+    bench.terminal()->moveCursor(QTextCursor::End);
+    bench.terminal()->appendReceived(QStringLiteral("c"));
+    EXPECT_EQ(bench.terminal()->toPlainText(), QString(16010, u'a') + u'c');
+    // At the limit itself nothing goes.
+    bench.terminal()->setPlainText(QString(32000, u'a'));
+    bench.terminal()->moveCursor(QTextCursor::End);
+    bench.terminal()->appendReceived(QStringLiteral("c"));
+    EXPECT_EQ(bench.terminal()->toPlainText().size(), 32001);
+}
+
+TEST(TesterTest, FloodKeepsTheFieldSmall) {
+    TesterBench bench;
+    for (int chunk = 0; chunk < 1500; ++chunk) {
+        bench.amplifier().emitNoise(QByteArray(96, static_cast<char>(chunk)));
+        bench.clock().advance(25ms);
+        ASSERT_LE(bench.terminal()->document()->characterCount(), 33000);
+    }
+}
+
+TEST(TesterTest, ShortcutsOfTheTerminal) {
+    TesterBench bench;
+    bench.terminal()->setPlainText(QStringLiteral("abcdef"));
+    typeKey(*bench.terminal(), {}, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(bench.terminal()->textCursor().selectedText(), QStringLiteral("abcdef"));
+    typeKey(*bench.terminal(), {}, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("abcdef"));
+    EXPECT_EQ(bench.terminal()->toPlainText(), QString());
+    typeText(*bench.terminal(), QStringLiteral("typed"));
+    EXPECT_EQ(bench.terminal()->toPlainText(), QString()) << "the field is read-only";
+}
+
+TEST(TesterTest, EditorSavesAndCancels) {
+    TesterBench bench;
+    bench.press(QStringLiteral("EditMacrosButton"));
+    auto* editor = child<QDialog>(bench.window(), QStringLiteral("CommandMacroWin"));
+    child<QLineEdit>(*editor, QStringLiteral("MacroField0"))->setText(QStringLiteral("Band\n5"));
+    child<QLineEdit>(*editor, QStringLiteral("MacroCommand0"))->setText(QStringLiteral("^BN05;"));
+    child<QPushButton>(*editor, QStringLiteral("BevelButton1"))->click();
+    EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("CommandMacroButton0"))->text(),
+              QStringLiteral("Band 5"));
+    bench.press(QStringLiteral("CommandMacroButton0"));
+    EXPECT_EQ(bench.port().written(), "^BN05;");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    bench.press(QStringLiteral("EditMacrosButton"));
+    editor = child<QDialog>(bench.window(), QStringLiteral("CommandMacroWin"));
+    EXPECT_EQ(child<QLineEdit>(*editor, QStringLiteral("MacroCommand0"))->text(), QStringLiteral("^BN05;"));
+    child<QLineEdit>(*editor, QStringLiteral("MacroField0"))->setText(QStringLiteral("other"));
+    child<QPushButton>(*editor, QStringLiteral("BevelButton2"))->click();
+    EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("CommandMacroButton0"))->text(),
+              QStringLiteral("Band 5"));
+    bench.quit();
+    bench.start();
+    EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("CommandMacroButton0"))->text(),
+              QStringLiteral("Band 5"));
+}
+
+TEST(TesterTest, UnknownAmplifierCannotBeSentTo) {
+    AppBench bench;
+    bench.amplifier().powerOff();
+    bench.start();
+    bench.chooseTab(Tab::CommandTester);
+    EXPECT_FALSE(bench.control<QLineEdit>(QStringLiteral("TesterField"))->isEnabled());
+    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("ClearButton"))->isEnabled());
+    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("CommandMacroButton7"))->isEnabled());
+    EXPECT_TRUE(bench.control<QPushButton>(QStringLiteral("EditMacrosButton"))->isEnabled());
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QLineEdit>
+#include <QScrollBar>
+
+#include <gtest/gtest.h>
+
+#include "AppBench.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+bool isControl(const QWidget* widget) {
+    return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
+           qobject_cast<const QComboBox*>(widget) || qobject_cast<const QTextEdit*>(widget);
+}
+
+// Parts that the toolkit puts inside its own controls.
+bool isToolkitsOwn(const QWidget* widget) {
+    return widget->objectName().startsWith(u"qt_") ||
+           qobject_cast<const QComboBox*>(widget->parentWidget()) || widget->inherits("QTabBar") ||
+           (widget->parentWidget() && widget->parentWidget()->inherits("QTabBar"));
+}
+
+TEST(WindowTest, EveryControlHasItsNamesAndFitsTheSmallestWindow) {
+    AppBench bench;
+    bench.start();
+    bench.window().resize(bench.window().minimumSize());
+    for (const Tab tab : {Tab::Port, Tab::Firmware, Tab::Operate, Tab::Configuration, Tab::CommandTester}) {
+        bench.chooseTab(tab);
+        QWidget* page = bench.control<QTabWidget>(QStringLiteral("TabPanel1"))->currentWidget();
+        for (const QWidget* widget : page->findChildren<QWidget*>()) {
+            if (!isControl(widget) || isToolkitsOwn(widget))
+                continue;
+            EXPECT_FALSE(widget->objectName().isEmpty()) << widget->metaObject()->className();
+            EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+            if (!widget->isVisible())
+                continue;
+            const QRect place(widget->mapTo(page, QPoint()), widget->size());
+            EXPECT_TRUE(page->rect().contains(place)) << widget->objectName().toStdString();
+            if (qobject_cast<const QAbstractButton*>(widget) &&
+                !widget->objectName().startsWith(u"CommandMacro")) {
+                EXPECT_GE(widget->width(), widget->sizeHint().width()) << widget->objectName().toStdString();
+            }
+        }
+    }
+}
+
+TEST(WindowTest, TabsAreLockedWhileSensingOwnsTheLine) {
+    AppBench bench;
+    bench.start();
+    bench.press(QStringLiteral("TestCommButtton"));
+    auto* tabs = bench.control<QTabWidget>(QStringLiteral("TabPanel1"));
+    EXPECT_FALSE(tabs->isTabEnabled(2));
+    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->isEnabled());
+    bench.clock().advance(5s);
+    EXPECT_TRUE(tabs->isTabEnabled(2));
+    EXPECT_TRUE(bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->isEnabled());
+}
+
+TEST(WindowTest, EnabledStatesFollowTheAmplifier) {
+    struct Case {
+        Vlx720::State state;
+        bool canSendFirmware;
+        bool canUseMemory;
+    };
+    for (const Case& one : {Case{Vlx720::State::Main, true, true}, Case{Vlx720::State::Waiting, true, false},
+                            Case{Vlx720::State::Off, false, false}}) {
+        Vlx720::Settings settings;
+        settings.state = one.state;
+        AppBench bench(settings);
+        bench.start();
+        bench.chooseTab(Tab::Firmware);
+        EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("SendVLXButton"))->isEnabled(),
+                  one.canSendFirmware);
+        bench.chooseTab(Tab::Configuration);
+        for (const char* tool : {"SaveConfig", "RestoreConfig", "DisplayFaultTable", "EditBannerButton"})
+            EXPECT_EQ(bench.control<QPushButton>(QString::fromLatin1(tool))->isEnabled(), one.canUseMemory)
+                << tool;
+    }
+}
+
+TEST(WindowTest, TraceMenuOpensTheLogToTheExchange) {
+    AppBench bench;
+    bench.start();
+    auto* trace = bench.window().findChild<QAction*>(QStringLiteral("ViewTraceMenu"));
+    ASSERT_TRUE(trace);
+    EXPECT_FALSE(trace->isChecked());
+    bench.press(QStringLiteral("TestCommButtton"));
+    bench.clock().advance(5s);
+    EXPECT_FALSE(bench.logText().contains(QStringLiteral("Send ")));
+    trace->trigger();
+    bench.press(QStringLiteral("TestCommButtton"));
+    bench.clock().advance(5s);
+    EXPECT_TRUE(bench.logText().contains(QStringLiteral("Send \"^RVM;\"")));
+    bench.quit();
+    bench.start();
+    EXPECT_TRUE(bench.app().globals().m_Verbose);
+}
+
+TEST(WindowTest, BytesThatComeOnOtherTabsWaitForTheirReader) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Configuration);
+    bench.amplifier().emitNoise("^TM099;");
+    bench.clock().advance(100ms);
+    EXPECT_EQ(bench.port().LookAhead(), "^TM099;");
+    bench.chooseTab(Tab::CommandTester);
+    bench.amplifier().emitNoise("!");
+    bench.clock().advance(100ms);
+    EXPECT_EQ(bench.control<QTextEdit>(QStringLiteral("TesterTermField"))->toPlainText(),
+              QStringLiteral("^TM099;!"));
+}
+
+TEST(WindowTest, LogKeepsItsShortcutsAndStaysReadOnly) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Firmware);
+    auto* log = bench.control<QTextEdit>(QStringLiteral("StatusField"));
+    auto* folder = bench.control<QLineEdit>(QStringLiteral("FolderPath"));
+    typeKey(*folder, {}, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(log->textCursor().hasSelection());
+    typeKey(*log, {}, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(log->toPlainText(), QString());
+    typeText(*log, QStringLiteral("x"));
+    EXPECT_EQ(log->toPlainText(), QString());
+}
+
+}  // namespace
