@@ -54,6 +54,7 @@ public:
 private:
     void takeFromLine(const QByteArray& bytes, int bitsPerSecond);
     void lose();
+
     Vlx720& m_amplifier;
     Wire m_line;
     bool m_isOpen = false;

@@ -1,5 +1,12 @@
 #include "Vlx720.h"
 
+namespace {
+
+// Noise is received as it passes, not as one long answer.
+constexpr qsizetype NoisePiece = 16;
+
+}  // namespace
+
 Vlx720::Vlx720(Clock& clock, const Settings& settings)
     : Board(clock),
       m_settings(settings),
@@ -42,7 +49,8 @@ void Vlx720::answer(const QByteArray& bytes) {
 }
 
 void Vlx720::emitNoise(const QByteArray& bytes) {
-    m_line.send(bytes, speed());
+    for (qsizetype from = 0; from < bytes.size(); from += NoisePiece)
+        m_line.send(bytes.mid(from, NoisePiece), speed());
 }
 
 void Vlx720::setSpeed(int bitsPerSecond) {
