@@ -54,6 +54,7 @@ LoadWindow::LoadWindow(Clock& clock, Globals& globals, MCULoader& loader,
     rows->addWidget(GroupBox1);
     rows->addWidget(ProgressBar1);
     rows->addWidget(CloseIt, 0, Qt::AlignRight);
+    connect(ActivityLog, &LogField::textChanged, this, [this] { ActivityLog->moveCursor(QTextCursor::End); });
     connect(CloseIt, &QPushButton::clicked, this, [this] { CloseIt_Action(); });
 }
 
