@@ -9,8 +9,13 @@
 #include <QFileInfo>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
+
+#ifdef Q_OS_LINUX
+#include <sys/inotify.h>
+#endif
 
 namespace {
 
@@ -81,7 +86,24 @@ QString PtySimulator::open() {
     m_notifier = std::make_unique<QSocketNotifier>(m_master.get(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [this] { readDevice(); });
+    watchForClose();
     return {};
+}
+
+// An exclusive open lasts until the last close of the device, and this side never closes it.
+void PtySimulator::watchForClose() {
+#ifdef Q_OS_LINUX
+    m_closes = FileDescriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    if (!m_closes.isValid() ||
+        inotify_add_watch(m_closes.get(), QFile::encodeName(m_path).constData(), IN_CLOSE) < 0)
+        return;
+    m_closeNotifier = std::make_unique<QSocketNotifier>(m_closes.get(), QSocketNotifier::Read);
+    QObject::connect(m_closeNotifier.get(), &QSocketNotifier::activated, m_closeNotifier.get(), [this] {
+        std::array<char, 4096> events{};
+        if (::read(m_closes.get(), events.data(), events.size()) > 0)
+            ::ioctl(m_device.get(), TIOCNXCL);
+    });
+#endif
 }
 
 QString PtySimulator::link(const QString& link) {

@@ -53,6 +53,7 @@ public:
     void record(QIODevice& file) { m_record.emplace(m_clock, file); }
 
 private:
+    void watchForClose();
     void readDevice();
     void writeDevice(const QByteArray& bytes, int bitsPerSecond);
     int deviceSpeed() const;
@@ -66,6 +67,8 @@ private:
     QString m_path;
     QString m_link;
     std::unique_ptr<QSocketNotifier> m_notifier;
+    FileDescriptor m_closes;
+    std::unique_ptr<QSocketNotifier> m_closeNotifier;
     std::optional<TranscriptWriter> m_record;
     int m_recordedSpeed = 0;
 };

@@ -1,7 +1,5 @@
 // The simulator program as other programs see it: in real time, through a terminal device.
 
-#include <cerrno>
-
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
@@ -12,6 +10,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -57,6 +56,7 @@ public:
         write(question);
         return read(count);
     }
+    int control(unsigned long request, int* value = nullptr) { return ::ioctl(m_descriptor, request, value); }
 
 private:
     int m_descriptor;
@@ -106,6 +106,21 @@ TEST_F(PtyTest, AnswersAtTheSpeedOfTheTerminal) {
     EXPECT_EQ(right.ask(";", 0), "");
     EXPECT_EQ(right.ask("^RVM;", 10), "^RVM07.42;");
 }
+
+#ifdef TIOCGEXCL
+TEST_F(PtyTest, DeviceIsFreeAgainAfterAProgramThatWasKilled) {
+    start({});
+    Terminal observer(path, B38400);
+    // An exclusive open that nothing takes back but the close.
+    ASSERT_EQ(Terminal(path, B38400).control(TIOCEXCL), 0);
+    int isExclusive = 1;
+    for (int i = 0; i < 100 && isExclusive != 0; ++i) {
+        EXPECT_EQ(observer.control(TIOCGEXCL, &isExclusive), 0);
+        observer.read(1, 20);
+    }
+    EXPECT_EQ(isExclusive, 0);
+}
+#endif
 
 TEST_F(PtyTest, TakesTheTimeOfTheLine) {
     start({QStringLiteral("--speed"), QStringLiteral("4800")});
