@@ -1,0 +1,71 @@
+// Firmware files of any content: both passes end, say a bounded number of things, and stay in step.
+#include <cstdlib>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "IntelHexReader.h"
+#include "SimClock.h"
+#include "SimulatedPort.h"
+
+namespace {
+
+class CountingDialogs final : public Dialogs {
+public:
+    void Beep() override {}
+    Task<> MsgBox(QString) override {
+        ++boxes;
+        co_return;
+    }
+    Task<bool> askCaution(MessageRequest) override { co_return false; }
+    Task<QString> saveFile(SaveFileRequest) override { co_return QString(); }
+    Task<QString> openFile(OpenFileRequest) override { co_return QString(); }
+    Task<QString> selectFolder(SelectFolderRequest) override { co_return QString(); }
+
+    qsizetype boxes = 0;
+};
+
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("image.hex")));
+    require(file.open(QIODevice::WriteOnly));
+    file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
+    file.close();
+
+    SimClock clock;
+    Vlx720 amplifier(clock);
+    SimulatedPort port(clock, amplifier);
+    SimulatedPortList ports;
+    CountingDialogs dialogs;
+    Platform platform{clock, port, ports, dialogs, {}};
+    Globals globals(clock);
+    qsizetype messages = 0;
+    globals.StatusField = [&messages](const QString&) { ++messages; };
+    IntelHexReader reader(platform, globals);
+
+    Task<bool> verification = reader.Verify(file.fileName());
+    require(clock.run(verification));
+    const bool isGood = verification.result();
+    require(isGood == (messages == 0 && dialogs.boxes == 0));
+    require(messages <= 2 && dialogs.boxes < IntelHexReader::LongestRecord);
+    require(reader.m_dwcbRead <= size);
+
+    // The second pass sees what the first one saw.
+    reader.OpenPass(file.fileName());
+    bool isReading = true;
+    while (isReading && !reader.m_fIsEndOfFile && !reader.bs.isAtEnd()) {
+        Task<bool> next = reader.ReadNext();
+        require(clock.run(next));
+        isReading = next.result();
+    }
+    require(isReading == isGood);
+    require(clock.pendingWaits() == 0);
+    return 0;
+}
