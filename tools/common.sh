@@ -8,6 +8,7 @@ if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
 fi
 
-# FTP servers for the tests, unpacked by tools/setup --test, and those of the system.
+# FTP servers for the tests, of the system or unpacked by tools/setup --test, and the symbolizer that makes
+# the sanitizers' reports readable.
 servers=$PWD/build/servers
-export PATH="$PATH:/usr/sbin:$servers/usr/sbin"
+export PATH="$PATH:/usr/sbin:$servers/usr/sbin:/usr/lib/llvm-19/bin"

@@ -6,7 +6,8 @@
 #include <QApplication>
 
 // The application object, with a net under every event handler: what escapes from one goes to the default
-// error handling, and the event loop goes on.
+// error handling, and the event loop goes on. It is the last net: the toolkit's own frames in between are
+// left without clean-up, so a handler that may fail starts a flow, whose errors `Flows` catches.
 class GuardedApplication final : public QApplication {
 public:
     using ErrorHandler = std::function<void(const std::exception_ptr&)>;
