@@ -74,11 +74,12 @@ std::uint8_t FaultTable::byteAt(int offset) const {
 
 Task<> FaultTable::SaveToFile() {
     const QString name = co_await CreateTimeStampedFilename();
-    const QString path = co_await m_platform.dialogs.saveFile({.title = QStringLiteral("Save As"),
-                                                               .prompt = QString(),
-                                                               .initialFolder = m_globals.m_FaultFolderPath,
-                                                               .suggestedName = name,
-                                                               .type = FileTypes1::VLXFaultTableFile.type});
+    const SaveFileRequest request{.title = QStringLiteral("Save As"),
+                                  .prompt = QString(),
+                                  .initialFolder = m_globals.m_FaultFolderPath,
+                                  .suggestedName = name,
+                                  .type = FileTypes1::VLXFaultTableFile.type};
+    const QString path = co_await m_platform.dialogs.saveFile(request);
     if (path.isEmpty())
         co_return;
     // The file itself, not its folder as for a configuration.

@@ -14,6 +14,18 @@ namespace {
 
 constexpr QStringView SerialNumberPattern = u"00000";
 
+// A disk that fills up may take a part; the reason comes with the rest.
+bool writeAll(QFileDevice& file, const QByteArray& bytes) {
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 step = file.write(bytes.constData() + done, bytes.size() - done);
+        if (step <= 0)
+            return false;
+        done += step;
+    }
+    return true;
+}
+
 }  // namespace
 
 Task<QString> MemoryFileWriter::CreateTimeStampedFilename(QString extension) {
@@ -59,8 +71,7 @@ bool MemoryFileWriter::WriteLine(const QString& line) {
     CalcCrc32(m_globals, bytes);
     if (!filestream)
         return false;
-    const QByteArray written = bytes + "\r\n";
-    if (filestream->write(written) == written.size())
+    if (writeAll(*filestream, bytes + "\r\n"))
         return true;
     m_failure = QStringLiteral("Cannot write %1: %2")
                     .arg(QDir::toNativeSeparators(filestream->fileName()), filestream->errorString());

@@ -37,13 +37,29 @@ bool readCrc(const QString& line, std::uint32_t& value) {
     return true;
 }
 
+// The words speak of a radio and its calibrations; they are as users know them.
+MessageRequest otherUnitRequest() {
+    return {.message = QStringLiteral("The Serial Number within the restore file\n"
+                                      "does not match the Serial Number of your M7.\n"
+                                      "You really shouldn't restore this radio from\n"
+                                      "this file. It very probably won't help.\n"
+                                      "If you continue anyway, you will need to\n"
+                                      "reconfigure your crystal filters (including offsets)\n"
+                                      "perform synthesizer calibration\n"
+                                      "perform optional wattmeter calibration\n"
+                                      "and perform Tx Gain calibration."),
+            .explanation = QStringLiteral("Press No to abandon restore\nPress Yes to continue anyway."),
+            .actionButton = QStringLiteral("No"),
+            .alternateButton = QStringLiteral("Yes")};
+}
+
 }  // namespace
 
 Task<bool> SaveRestoreM7Config::Restore() {
-    const QString path =
-        co_await m_platform.dialogs.openFile({.title = QStringLiteral("Select VLXConfig file"),
-                                              .initialFolder = m_globals.m_ConfigFolderPath,
-                                              .type = FileTypes1::VLXConfigFile.type});
+    const OpenFileRequest request{.title = QStringLiteral("Select VLXConfig file"),
+                                  .initialFolder = m_globals.m_ConfigFolderPath,
+                                  .type = FileTypes1::VLXConfigFile.type};
+    const QString path = co_await m_platform.dialogs.openFile(request);
     if (path.isEmpty())
         co_return false;
     m_globals.m_ConfigFolderPath = QFileInfo(path).absolutePath();
@@ -126,26 +142,15 @@ Task<bool> SaveRestoreM7Config::DoSerialNumberLine() {
     const bool isContained = Text::InStr(line, u"M7 Serial Number") > 0;
     m_fErrorStop = false;
     if (isContained && number != m_globals.m_SerialNumber) {
+        m_fErrorStop = true;
         if (m_globals.m_AdvancedMode) {
-            m_fErrorStop = co_await m_platform.dialogs.askCaution(
-                {.message = QStringLiteral("The Serial Number within the restore file\n"
-                                           "does not match the Serial Number of your M7.\n"
-                                           "You really shouldn't restore this radio from\n"
-                                           "this file. It very probably won't help.\n"
-                                           "If you continue anyway, you will need to\n"
-                                           "reconfigure your crystal filters (including offsets)\n"
-                                           "perform synthesizer calibration\n"
-                                           "perform optional wattmeter calibration\n"
-                                           "and perform Tx Gain calibration."),
-                 .explanation = QStringLiteral("Press No to abandon restore\nPress Yes to continue anyway."),
-                 .actionButton = QStringLiteral("No"),
-                 .alternateButton = QStringLiteral("Yes")});
+            const MessageRequest request = otherUnitRequest();
+            m_fErrorStop = co_await m_platform.dialogs.askCaution(request);
         } else {
             co_await m_platform.dialogs.MsgBox(
                 QStringLiteral("The Serial Number within the restore file\n"
                                "does not match the Serial Number of your M7.\n"
                                "Restore cannot continue."));
-            m_fErrorStop = true;
         }
     }
     co_return isContained;
@@ -159,22 +164,26 @@ Task<bool> SaveRestoreM7Config::DoCrcLine() {
         co_return false;
     m_fCrcLineFound = true;
     const bool isEqual = expected == ~m_globals.m_dwCrc32;
-    // The computed value is shown as it stands, though it is its complement that was compared.
-    if (!isEqual)
-        co_await m_platform.dialogs.MsgBox(QStringLiteral("CRC compare failure, expected 0x%1, computed 0x%2")
-                                               .arg(Text::Hex(expected), Text::Hex(m_globals.m_dwCrc32)));
+    if (!isEqual) {
+        // The computed value is shown as it stands, though it is its complement that was compared.
+        const QString box = QStringLiteral("CRC compare failure, expected 0x%1, computed 0x%2")
+                                .arg(Text::Hex(expected), Text::Hex(m_globals.m_dwCrc32));
+        co_await m_platform.dialogs.MsgBox(box);
+    }
     m_fCrcVerified = isEqual;
     co_return isEqual;
 }
 
 Task<> SaveRestoreM7Config::tellWhyCrcLineFailed() {
-    co_await m_platform.dialogs.MsgBox(
-        m_fCrcLineFound ? QStringLiteral("The configuration file has been modified since it\n"
-                                         "as written. Cannot restore from a modified \n"
-                                         "configuration file.")
-                        : QStringLiteral("The configuration file is incomplete\n"
-                                         "as written. Cannot restore from an incomplete \n"
-                                         "configuration file."));
+    const QString box = m_fCrcLineFound ? QStringLiteral(
+                                              "The configuration file has been modified since it\n"
+                                              "as written. Cannot restore from a modified \n"
+                                              "configuration file.")
+                                        : QStringLiteral(
+                                              "The configuration file is incomplete\n"
+                                              "as written. Cannot restore from an incomplete \n"
+                                              "configuration file.");
+    co_await m_platform.dialogs.MsgBox(box);
 }
 
 bool SaveRestoreM7Config::DoMemLine(bool apply) {

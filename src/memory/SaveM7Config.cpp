@@ -18,11 +18,12 @@ Task<bool> SaveRestoreM7Config::Save() {
     m_globals.m_dwCrc32 = 0;
     const FileTypes1::Kind& kind = FileTypes1::VLXConfigFile;
     const QString name = co_await m_file.CreateTimeStampedFilename(kind.type.extension);
-    const QString path = co_await m_platform.dialogs.saveFile({.title = QStringLiteral("Save As"),
-                                                               .prompt = QString(),
-                                                               .initialFolder = m_globals.m_ConfigFolderPath,
-                                                               .suggestedName = name,
-                                                               .type = kind.type});
+    const SaveFileRequest request{.title = QStringLiteral("Save As"),
+                                  .prompt = QString(),
+                                  .initialFolder = m_globals.m_ConfigFolderPath,
+                                  .suggestedName = name,
+                                  .type = kind.type};
+    const QString path = co_await m_platform.dialogs.saveFile(request);
     if (path.isEmpty())
         co_return false;
     m_globals.m_ConfigFolderPath = QFileInfo(path).absolutePath();
@@ -76,8 +77,8 @@ Task<bool> SaveRestoreM7Config::SaveEEPROMData() {
         const QString command = FormatERCommand(0, address, Count);
         const QString response = co_await m_memory.SendCommandGetResponse(command);
         if (!isConfigurationAnswer(Count, address, command, response)) {
-            co_await m_platform.dialogs.MsgBox(QStringLiteral("*Unable to read EEPROM address 00 ") +
-                                               Text::Hex2(address));
+            const QString box = QStringLiteral("*Unable to read EEPROM address 00 ") + Text::Hex2(address);
+            co_await m_platform.dialogs.MsgBox(box);
             co_return false;
         }
         if (!m_file.WriteLine(

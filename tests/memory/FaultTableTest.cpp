@@ -1,0 +1,188 @@
+#include "FaultTable.h"
+
+#include "Errors.h"
+#include "MemoryBench.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = Misbehaviour::Kind;
+
+const QString Saved = QStringLiteral("faults.VLXFaultTable");
+
+class FaultTableTest : public testing::Test, public MemoryBench, public FaultTableView {
+protected:
+    FaultTableTest() {
+        clock.setWallClock(QDateTime(QDate(2011, 3, 2), QTime(4, 5, 6)));
+        amplifier.eeprom().setSerialNumber(7);
+    }
+
+    void showWaitCursor(bool isShown) override { isWaiting = isShown; }
+    void addRow(const FaultTableRow& row) override {
+        EXPECT_TRUE(isWaiting);
+        rows += QStringList{row.timestamp, row.faultCode, row.data, row.description}.join(u'|');
+    }
+    void enableSaveToFileButton() override { canSave = true; }
+
+    void begin() {
+        rows.clear();
+        canSave = false;
+        run(table.Begin(*this));
+        EXPECT_FALSE(isWaiting);
+    }
+    void saveToFile() {
+        dialogs.files.push_back(path(Saved));
+        run(table.SaveToFile());
+    }
+    void setCount(int count) { amplifier.eeprom().write(0, 254, QByteArray(1, static_cast<char>(count))); }
+
+    MemoryAccess memory{platform, globals};
+    MemoryFileWriter file{clock, globals, memory};
+    FaultTable table{platform, globals, memory, file};
+    QStringList rows;
+    bool isWaiting = false;
+    bool canSave = false;
+};
+
+TEST_F(FaultTableTest, ListsTheNewestFirstAndLeavesTheOldestOut) {
+    amplifier.eeprom().clearFaults();
+    amplifier.eeprom().addFault(5, 0, 0);
+    amplifier.eeprom().addFault(0x010203, 9, 0xABCD);
+    amplifier.eeprom().addFault(16777215, 15, 1);
+    amplifier.eeprom().addFault(99, 3, 0);
+    begin();
+    EXPECT_EQ(rows, QStringList({"00000099|03 |0000|", "16777215|15 GAIN ERR|0001|Excessive gain",
+                                 "00066051|09 REFL HI|ABCD|Excessive reflected power (High SWR)"}));
+    EXPECT_TRUE(canSave);
+}
+
+TEST_F(FaultTableTest, ReadsTheWholeAreaPageByPage) {
+    begin();
+    QByteArray expected;
+    for (int page = 0; page < 4; ++page)
+        for (int address = 0; address < 256; address += 32)
+            expected +=
+                FormatERCommand(static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(address), 32)
+                    .toLatin1();
+    EXPECT_EQ(port.written(), expected);
+}
+
+TEST_F(FaultTableTest, TheCountByteAloneTellsHowManyThereAre) {
+    QByteArray zeros = amplifier.eeprom().contents();
+    zeros.replace(256, 768, QByteArray(768, '\0'));
+    amplifier.eeprom().setContents(zeros);
+    for (const auto& [count, expected] :
+         {std::pair{0, 0}, {1, 0}, {2, 1}, {128, 127}, {200, 199}, {255, 254}}) {
+        setCount(count);
+        begin();
+        EXPECT_EQ(rows.size(), expected);
+        EXPECT_TRUE(canSave);
+        EXPECT_EQ(rows.filter(QStringLiteral("|00 PWR ON|")).size(), expected);
+    }
+    // An entry that would lie behind the area reads as nothing.
+    EXPECT_EQ(rows.first(), QStringLiteral("00000000|00 PWR ON||Power was turned on"));
+}
+
+TEST_F(FaultTableTest, ACodeWithoutANameEndsTheReading) {
+    amplifier.eeprom().clearFaults();
+    for (const int code : {0, 16, 2})
+        amplifier.eeprom().addFault(1, code, 0);
+    Task<> flow = table.Begin(*this);
+    EXPECT_TRUE(clock.run(flow));
+    EXPECT_THROW(flow.result(), OutOfBoundsError);
+    EXPECT_EQ(rows, QStringList("00000001|02 HI CURR|0000|Excessive power amplifier current"));
+    EXPECT_FALSE(isWaiting);
+    EXPECT_FALSE(canSave);
+    expectNothingLeftBehind();
+}
+
+TEST_F(FaultTableTest, ASilentAmplifierGivesAnEmptyTable) {
+    amplifier.misbehave({Kind::MemoryNoAnswer});
+    const auto start = clock.now();
+    begin();
+    EXPECT_EQ(rows, QStringList());
+    EXPECT_FALSE(canSave);
+    EXPECT_LT(clock.now() - start, 40s);
+}
+
+TEST_F(FaultTableTest, NoMisbehaviourOfTheLineIsMoreThanAWrongTable) {
+    for (const NamedMisbehaviour& how : namedMisbehaviours()) {
+        SCOPED_TRACE(how.name.data());
+        powerAnew();
+        amplifier.misbehave(how.example);
+        Task<> flow = table.Begin(*this);
+        EXPECT_TRUE(clock.run(flow));
+        EXPECT_FALSE(isWaiting);
+        expectNothingLeftBehind();
+    }
+}
+
+// What a file must hold, computed from the amplifier's memory by other means than the program's.
+QByteArray expectedFile(const QByteArray& memory) {
+    QByteArrayList lines{"*VLX Fault Table saved on 2011/03/02 at 04:05:06", "VLX Utility Version = 1.0",
+                         "VLX Firmware Version = 01.23", "VLX Serial Number = 00007"};
+    for (int offset = 0; offset < 1024; offset += 32) {
+        QByteArray record = QByteArray(1, 32) + static_cast<char>(offset / 256) +
+                            static_cast<char>(offset % 256) + '\0' + memory.mid(offset, 32);
+        char sum = 0;
+        for (const char byte : record)
+            sum = static_cast<char>(sum + byte);
+        lines += ":" + (record + static_cast<char>(-sum)).toHex().toUpper();
+    }
+    lines += ":00000001FF";
+    return lines.join("\r\n") + "\r\n";
+}
+
+TEST_F(FaultTableTest, SavesAnImageAndTheList) {
+    amplifier.eeprom().clearFaults();
+    amplifier.eeprom().addFault(5, 0, 0);
+    amplifier.eeprom().addFault(0x010203, 9, 0xABCD);
+    amplifier.eeprom().addFault(99, 15, 1);
+    begin();
+    clock.setWallClock(QDateTime(QDate(2011, 3, 2), QTime(4, 5, 6)));
+    log.clear();
+    saveToFile();
+    EXPECT_EQ(read(Saved), expectedFile(amplifier.eeprom().contents()) +
+                               "FAULT 02 010C 00000099 15 GAIN ERR 0001\r\n"
+                               "FAULT 01 0106 00066051 09 REFL HI ABCD\r\n");
+    const SaveFileRequest& request = dialogs.saveRequests.front();
+    EXPECT_EQ(request.title, QStringLiteral("Save As"));
+    EXPECT_EQ(request.suggestedName, QStringLiteral("SN00007.20110302T040506.VLXFaultTable"));
+    EXPECT_EQ(request.type.extension, QStringLiteral(".VLXFaultTable"));
+    // The file itself, not its folder.
+    EXPECT_EQ(globals.m_FaultFolderPath, path(Saved));
+    EXPECT_EQ(log, QStringList());
+}
+
+TEST_F(FaultTableTest, AnImageLineOfZerosEndsInE0) {
+    amplifier.eeprom().setContents(QByteArray(1024, '\0'));
+    begin();
+    saveToFile();
+    EXPECT_TRUE(read(Saved).contains("\r\n:20000000" + QByteArray(64, '0') + "E0\r\n"));
+    EXPECT_FALSE(read(Saved).contains("FAULT"));
+}
+
+TEST_F(FaultTableTest, AFileStaysWhateverHappens) {
+    begin();
+    globals.m_FirmwareStatus = FirmwareStatus::Bootloader;
+    saveToFile();
+    EXPECT_EQ(files(), QStringList(Saved));
+    EXPECT_EQ(read(Saved), QByteArray());
+    EXPECT_EQ(log, QStringList());
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(FaultTableTest, CancelInTheDialogChangesNothing) {
+    begin();
+    run(table.SaveToFile());
+    EXPECT_EQ(files(), QStringList());
+    EXPECT_EQ(globals.m_FaultFolderPath, QString());
+}
+
+TEST(Hex4, PadsOneToThreeDigits) {
+    EXPECT_EQ(Hex4(0x106), QStringLiteral("0106"));
+    EXPECT_EQ(Hex4(0xC), QStringLiteral("000C"));
+    EXPECT_EQ(Hex4(0x1000), QString());
+}
+
+}  // namespace

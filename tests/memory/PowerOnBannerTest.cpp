@@ -1,0 +1,95 @@
+#include "PowerOnBanner.h"
+
+#include "MemoryBench.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = Misbehaviour::Kind;
+
+class Banner : public testing::Test, public MemoryBench {
+protected:
+    QString readBanner() {
+        Task<QString> flow = banner.ReadPowerOnBanner();
+        EXPECT_TRUE(clock.run(flow));
+        expectNothingLeftBehind();
+        return flow.result();
+    }
+    bool writeBanner(const QString& text) {
+        line_and_log.clear();
+        Task<bool> flow = banner.WritePowerOnBanner(text);
+        EXPECT_TRUE(clock.run(flow));
+        expectNothingLeftBehind();
+        return flow.result();
+    }
+
+    MemoryAccess memory{platform, globals};
+    PowerOnBanner banner{globals, memory};
+};
+
+TEST_F(Banner, EndsAtZeroOr255OrAfterEightBytes) {
+    const std::pair<QByteArray, QString> cases[] = {
+        {"VLX720", "VLX720"},
+        {"ABCDEFGH", "ABCDEFGH"},
+        {QByteArray("AB\0CD", 5), "AB"},
+        {"AB\xFF"
+         "CD",
+         "AB"},
+        {"\xFF", ""},
+        {"a\x01\x7F", "a\x01\x7F"},
+        {"\x80\xFE", QStringLiteral("\u0080\u00FE")},
+    };
+    for (const auto& [bytes, text] : cases) {
+        amplifier.eeprom().setBanner(bytes);
+        EXPECT_EQ(readBanner(), text);
+    }
+}
+
+TEST_F(Banner, AReadThatFailsIsEmpty) {
+    for (const Kind kind : {Kind::MemoryNoAnswer, Kind::MemoryCut, Kind::MemoryOther, Kind::MemoryBadChecksum,
+                            Kind::MemoryLate}) {
+        amplifier.behave();
+        amplifier.misbehave({kind, 0, 1500ms});
+        EXPECT_EQ(readBanner(), QString());
+    }
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(Banner, WritesTheTerminatorFirst) {
+    EXPECT_TRUE(writeBanner(QStringLiteral("AB")));
+    EXPECT_EQ(line_and_log, QStringList({"out ^EW00520100AD;", "out ^EW00500241422B;"}));
+    EXPECT_EQ(readBanner(), QStringLiteral("AB"));
+}
+
+TEST_F(Banner, AnEmptyOneIsOneByte) {
+    EXPECT_TRUE(writeBanner(QString()));
+    EXPECT_EQ(line_and_log, QStringList("out ^EW005001FFB0;"));
+    EXPECT_EQ(readBanner(), QString());
+}
+
+TEST_F(Banner, TheTerminatorOfEightLiesBehindItsPlace) {
+    EXPECT_TRUE(writeBanner(QStringLiteral("ABCDEFGH")));
+    EXPECT_EQ(amplifier.eeprom().read(0, 0x50, 9), QByteArray("ABCDEFGH\0", 9));
+    EXPECT_EQ(readBanner(), QStringLiteral("ABCDEFGH"));
+}
+
+TEST_F(Banner, IsNotWrittenWhenItCannotBe) {
+    EXPECT_FALSE(writeBanner(QStringLiteral("ABCDEFGHI")));
+    globals.m_FirmwareStatus = FirmwareStatus::Bootloader;
+    EXPECT_FALSE(writeBanner(QStringLiteral("AB")));
+    EXPECT_EQ(line_and_log, QStringList());
+    EXPECT_EQ(readBanner(), QString());
+    EXPECT_EQ(line_and_log, QStringList());
+}
+
+TEST_F(Banner, ARefusedWriteGoesUnnoticed) {
+    amplifier.misbehave({Kind::MemoryNoAnswer});
+    EXPECT_TRUE(writeBanner(QStringLiteral("AB")));
+}
+
+TEST_F(Banner, ItsButtonIsEnabledWhenTheWindowHasClosed) {
+    run(tools.EditBannerButton_Action());
+    EXPECT_EQ(record.told, QStringList({"lock", "window", "banner on", "unlock"}));
+}
+
+}  // namespace

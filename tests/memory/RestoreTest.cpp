@@ -1,0 +1,321 @@
+// The configuration on its way back to the amplifier.
+#include <zlib.h>
+
+#include "MemoryBench.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = Misbehaviour::Kind;
+
+const QString Saved = QStringLiteral("mine.VLXConfig");
+
+// Every box that a restore may show, letter for letter, with a short name for the tables below.
+const std::pair<const char*, const char*> Boxes[] = {
+    {"incomplete?",
+     "The configuration file is incomplete.\n\nCannot restore from an incomplete configuration file."},
+    {"altered?",
+     "The configuration file has been altered after it was saved.\n\n"
+     "Cannot  restore from a modified configuration file."},
+    {"modified",
+     "The configuration file has been modified since it\nas written. Cannot restore from a modified \n"
+     "configuration file."},
+    {"incomplete",
+     "The configuration file is incomplete\nas written. Cannot restore from an incomplete \n"
+     "configuration file."},
+    {"other unit",
+     "The Serial Number within the restore file\ndoes not match the Serial Number of your M7.\n"
+     "Restore cannot continue."},
+};
+
+QString shortName(const QString& box) {
+    if (box.startsWith(QStringLiteral("CRC compare failure, expected 0x")))
+        return QStringLiteral("crc");
+    for (const auto& [name, text] : Boxes)
+        if (box == QString::fromLatin1(text))
+            return QString::fromLatin1(name);
+    return QStringLiteral("unknown box: ") + box;
+}
+
+// The lines with a CRC line that fits them.
+QByteArray sealed(const QByteArrayList& lines) {
+    uLong crc = 0;
+    for (const QByteArray& line : lines)
+        crc = crc32(crc, reinterpret_cast<const Bytef*>(line.constData()), static_cast<uInt>(line.size()));
+    return (lines +
+            QByteArrayList{
+                "CRC32 = 0x" +
+                    QByteArray::number(~static_cast<quint32>(crc), 16).rightJustified(8, '0').toUpper(),
+                ""})
+        .join("\r\n");
+}
+
+// The lines of a saved file without its CRC line.
+QByteArrayList linesOf(const QByteArray& file) {
+    QByteArrayList lines = file.split('\n');
+    for (QByteArray& line : lines)
+        line = line.trimmed();
+    return lines.mid(0, lines.size() - 2);
+}
+
+struct FileCase {
+    const char* name;
+    QByteArray content;
+    const char* outcome;
+};
+
+class Restore : public testing::Test, public MemoryBench {
+protected:
+    Restore() {
+        // A file whose CRC has eight digits.
+        for (int i = 0; good.isEmpty() || good.trimmed().split('x').last().size() < 8; ++i) {
+            amplifier.eeprom().write(0, 0, QByteArray(1, static_cast<char>(i)));
+            save(Saved);
+            good = read(Saved);
+        }
+        image = amplifier.eeprom().contents().left(0xA0) + QByteArray(0x40, '\0');
+        for (int address = 0; address < 224; ++address)
+            amplifier.eeprom().write(0, address, QByteArray(1, static_cast<char>(255 - address)));
+        changed = configuration();
+        rest = restOfMemory();
+        line_and_log.clear();
+        log.clear();
+        record.told.clear();
+    }
+
+    QByteArray configuration() { return amplifier.eeprom().contents().left(224); }
+    QStringList boxes() const {
+        QStringList names;
+        for (const QString& box : dialogs.shown)
+            names += shortName(box);
+        return names;
+    }
+    // Restores a file of this content, and tells what it did: boxes, then "sent" if something was written,
+    // then the last word of the log.
+    std::string outcomeOf(const QByteArray& content) {
+        powerAnew();
+        amplifier.eeprom().write(0, 0, changed);
+        dialogs.shown.clear();
+        write(Saved, content);
+        port.clearWritten();
+        restore(Saved);
+        QStringList outcome = boxes();
+        if (port.written().contains("^EW")) {
+            outcome += QStringLiteral("sent");
+            EXPECT_EQ(port.written().count("^EW"), 7);
+        } else {
+            EXPECT_EQ(configuration(), changed);
+        }
+        EXPECT_EQ(restOfMemory(), rest);
+        const bool isRestored = log.last() == QStringLiteral("Configuration was restored");
+        return (outcome +
+                QStringList(isRestored ? QStringLiteral("restored") : QStringLiteral("not restored")))
+            .join(u", ")
+            .toStdString();
+    }
+    Task<> startWith(const QString& name) {
+        dialogs.files.push_back(path(name));
+        return tools.RestoreConfig_Action();
+    }
+    // Up to the box between the two passes through the file.
+    Task<> startUpToTheBox(const QByteArray& content) {
+        write(Saved, content);
+        Task<> flow = startWith(Saved);
+        EXPECT_TRUE(clock.runUntil([this] { return !dialogs.shown.isEmpty(); }));
+        return flow;
+    }
+
+    QByteArray good;
+    QByteArray image;
+    QByteArray changed;
+    QByteArray rest;
+};
+
+TEST_F(Restore, SendsTheFileAndZerosFromA0On) {
+    globals.m_Verbose = true;
+    restore(Saved);
+    EXPECT_EQ(configuration(), image);
+    EXPECT_EQ(restOfMemory(), rest);
+
+    QStringList expected{"log Verifying configuration file", "log Restoring configuration"};
+    for (int address = 0; address < 224; address += 32)
+        expected += QStringLiteral("out ") +
+                    FormatEWCommand(0, static_cast<std::uint8_t>(address), 32, image.mid(address, 32));
+    expected += {"out ^rpm;", "log Configuration was restored"};
+    EXPECT_EQ(line_and_log, expected);
+    EXPECT_EQ(record.told, QStringList({"lock", "Verifying configuration file", "0", "show", "0",
+                                        "Restoring configuration", "of 7", "1", "2", "3", "4", "5", "6", "7",
+                                        "of 0", "Resetting MCU", "close", "unlock"}));
+    EXPECT_EQ(amplifier.state(), Vlx720::State::Main);  // again, after its restart
+    EXPECT_EQ(dialogs.openRequests.front().title, QStringLiteral("Select VLXConfig file"));
+    EXPECT_EQ(dialogs.openRequests.front().initialFolder, world.path());
+    EXPECT_EQ(dialogs.openRequests.front().type.extension, QStringLiteral(".VLXConfig"));
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(Restore, TheVerifyingLineIsATraceLine) {
+    restore(Saved);
+    EXPECT_EQ(log, QStringList({"Restoring configuration", "Configuration was restored"}));
+}
+
+TEST_F(Restore, TellsWhatIsWrongWithAFile) {
+    const QByteArrayList lines = linesOf(good);
+    const QByteArray crcLine = good.mid(good.indexOf("CRC32"));
+    const QByteArray seven = crcLine.chopped(3) + "\r\n";
+    const auto replaced = [this](const char* before, const QByteArray& after) {
+        return QByteArray(good).replace(before, after);
+    };
+    const auto with = [&lines](const QByteArray& last) { return sealed(lines + QByteArrayList{last}); };
+    const FileCase cases[] = {
+        {"as saved", good, "sent, restored"},
+        {"CR alone", replaced("\r\n", "\r"), "sent, restored"},
+        {"comment edited", replaced("*Do not", "*Do now"), "crc, modified, not restored"},
+        {"data edited", replaced("MEM2 00 20", "MEM2 00 30"), "crc, modified, not restored"},
+        {"CRC line in small letters", good.left(good.size() - crcLine.size()) + crcLine.toLower(),
+         "sent, restored"},
+        {"CRC with 0X", replaced("= 0x", "= 0X"), "sent, restored"},
+        {"CRC of seven digits", good.left(good.size() - crcLine.size()) + seven, "incomplete, not restored"},
+        {"CRC without 0x", replaced("= 0x", "=  x"), "incomplete, not restored"},
+        {"CRC with a wrong letter", good.chopped(3) + "g\r\n", "incomplete, not restored"},
+        {"CRC of nine digits", good.chopped(2) + "7\r\n", "sent, restored"},
+        {"CRC line without an end", good.chopped(2), "not restored"},
+        {"two CRC lines", good + crcLine, "sent, restored"},
+        {"a second CRC line that is wrong", good + "CRC32 = 0x00000000\r\n", "crc, modified, not restored"},
+        {"a second CRC line of one digit", good + "CRC32 = 0x1\r\n", "incomplete, not restored"},
+        {"a good MEM2 line behind the CRC", good + "MEM2 00 20 01 55\r\n", "altered?, sent, restored"},
+        {"a bad MEM2 line behind the CRC", good + "MEM2 00 A0 01 55\r\n", "not restored"},
+        {"a comment behind the CRC", good + "*note\r\n", "sent, restored"},
+        {"no CRC line, last MEM2 line bad", lines.join("\r\n") + "\r\n", "not restored"},
+        {"no CRC line, last MEM2 line good", lines.mid(0, 9).join("\r\n") + "\r\n",
+         "altered?, sent, restored"},
+        {"LF alone", replaced("\r\n", "\n"), "sent, restored"},
+        {"empty", "", "sent, restored"},
+        {"UTF-16",
+         QByteArray(reinterpret_cast<const char*>(QString::fromLatin1(good).utf16()), 2 * good.size()),
+         "sent, restored"},
+        {"NUL in a comment", replaced("*Do not", QByteArray("*Do\0not", 7)), "crc, modified, not restored"},
+        {"MEM2 line with count FF", with("MEM2 00 20 FF 00"), "sent, restored"},
+        {"MEM2 line with count 99", with("MEM2 00 20 99 " + QByteArray(2 * 0x99, '5')), "sent, restored"},
+        {"MEM2 line with address FF", with("MEM2 00 FF 20 00"), "sent, restored"},
+        {"MEM2 line with letters everywhere", with("MEM2 xx yy zz ????"), "sent, restored"},
+        {"MEM2 line of another page", with("MEM2 03 20 01 55"), "sent, restored"},
+        {"another unit's file", replaced("VLX Serial Number = 01234", "VLX Serial Number = 09999"),
+         "crc, modified, not restored"},
+        {"another unit's file with its own CRC", sealed(linesOf(replaced("= 01234", "= 09999"))),
+         "sent, restored"},
+        {"serial number line of another unit", with("M7 Serial Number = 09999"), "other unit, not restored"},
+        {"the same in small letters", with("m7 serial number = 09999"), "other unit, not restored"},
+        {"serial number line of this unit", with("M7 Serial Number = 01234"), "sent, restored"},
+    };
+    for (const auto& [name, content, expected] : cases) {
+        SCOPED_TRACE(name);
+        // Each starts as after a good restore, whose flags outlive it: a file without any line says nothing
+        // then.
+        outcomeOf(good);
+        EXPECT_EQ(outcomeOf(content), expected);
+    }
+}
+
+TEST_F(Restore, TheFirstFileWithoutACrcLineIsCalledIncompleteAndAltered) {
+    EXPECT_EQ(outcomeOf(QByteArray()), "incomplete?, altered?, sent, restored");
+    EXPECT_EQ(configuration(), QByteArray(224, '\0'));
+}
+
+TEST_F(Restore, ShowsTheNumbersOfACrcThatDiffers) {
+    write(Saved, QByteArrayLiteral("123456789\r\nCRC32 = 0x0BC6D934\r\n"));
+    restore(Saved);
+    EXPECT_EQ(dialogs.shown.front(),
+              QStringLiteral("CRC compare failure, expected 0xBC6D934, computed 0xCBF43926"));
+}
+
+TEST_F(Restore, AMemoryLineSetsThirtyTwoBytesWhateverItsCount) {
+    outcomeOf(sealed({"MEM2 00 10 02 AABB", "MEM2 00 90 01 CC"}));
+    QByteArray expected(224, '\0');
+    expected.replace(0x10, 2, "\xAA\xBB");
+    expected.replace(0x90, 1, "\xCC");
+    EXPECT_EQ(configuration(), expected);
+    outcomeOf(sealed({"MEM2 00 20 20 " + QByteArray(64, '7'), "MEM2 00 20 01 55"}));
+    EXPECT_EQ(configuration().mid(0x20, 32), "\x55" + QByteArray(31, '\0'));
+}
+
+TEST_F(Restore, AsksTheAdvancedUserAboutAnotherUnitsFile) {
+    globals.m_AdvancedMode = true;
+    const QByteArray content = sealed(linesOf(good) + QByteArrayList{"M7 Serial Number = 09999"});
+    for (const bool isNo : {true, false}) {
+        dialogs.cautionAnswers = {isNo, isNo};
+        const std::string outcome = outcomeOf(content);
+        EXPECT_TRUE(dialogs.shown.front().startsWith(
+            QStringLiteral("The Serial Number within the restore file\ndoes not")));
+        EXPECT_TRUE(dialogs.shown.front().endsWith(QStringLiteral(
+            "and perform Tx Gain calibration.\nPress No to abandon restore\nPress Yes to continue anyway.")));
+        EXPECT_EQ(outcome.find("sent") == std::string::npos, isNo);
+    }
+}
+
+TEST_F(Restore, AFileThatVanishesBetweenThePassesIsNotRestored) {
+    const Task<> flow = startUpToTheBox(QByteArray());
+    QFile::remove(path(Saved));
+    EXPECT_TRUE(clock.run(flow));
+    EXPECT_EQ(log.last(), QStringLiteral("Configuration was not restored"));
+    EXPECT_TRUE(log[log.size() - 2].startsWith(QStringLiteral("Cannot read ")));
+    EXPECT_EQ(configuration(), changed);
+    expectNothingLeftBehind();
+}
+
+TEST_F(Restore, AFileThatChangesBetweenThePassesIsSentAllTheSame) {
+    const Task<> flow = startUpToTheBox(QByteArray());
+    write(Saved, QByteArray(good).replace("*Do not", "*Do now"));
+    EXPECT_TRUE(clock.run(flow));
+    EXPECT_EQ(boxes().mid(2), QStringList({"crc", "modified"}));
+    EXPECT_EQ(log.last(), QStringLiteral("Configuration was not restored"));
+    EXPECT_EQ(configuration(), image);
+    expectNothingLeftBehind();
+}
+
+TEST_F(Restore, NothingIsSaidOfAnAmplifierThatDoesNotAnswer) {
+    amplifier.misbehave({Kind::MemoryNoAnswer});
+    restore(Saved);
+    EXPECT_EQ(configuration(), image);
+    amplifier.misbehave({Kind::MemoryWriteLost, 1});
+    clock.advance(5s);
+    amplifier.eeprom().write(0, 0, changed);
+    restore(Saved);
+    EXPECT_EQ(configuration(), changed.left(32) + image.mid(32));
+    EXPECT_EQ(log.last(), QStringLiteral("Configuration was restored"));
+}
+
+TEST_F(Restore, ClosingTheProgramWaitsForTheEndOfTheWrite) {
+    const Task<> flow = startWith(Saved);
+    EXPECT_TRUE(clock.runUntil([this] { return tools.isWriting(); }));
+    const Task<> end = tools.waitForWriteEnd();
+    EXPECT_FALSE(end.isDone());
+    EXPECT_TRUE(clock.run(end));
+    EXPECT_EQ(configuration(), image);
+    EXPECT_TRUE(port.written().endsWith("^rpm;"));
+    EXPECT_TRUE(clock.run(flow));
+    expectNothingLeftBehind();
+}
+
+TEST_F(Restore, NothingIsWrittenBeforeTheFileIsKnownToBeGood) {
+    {
+        const Task<> flow = startUpToTheBox(QByteArray());
+        EXPECT_FALSE(tools.isWriting());
+        EXPECT_TRUE(tools.waitForWriteEnd().isDone());
+    }
+    EXPECT_EQ(configuration(), changed);
+    expectNothingLeftBehind();
+}
+
+TEST_F(Restore, CancelAndAnUnreadableFileChangeNothing) {
+    run(tools.RestoreConfig_Action());
+    EXPECT_EQ(log, QStringList());
+    restore(QStringLiteral("missing"));
+    EXPECT_EQ(log.last(), QStringLiteral("Configuration was not restored"));
+    globals.m_FirmwareStatus = FirmwareStatus::Unknown;
+    restore(Saved);
+    EXPECT_EQ(log.last(), QStringLiteral("Configuration was not restored"));
+    EXPECT_EQ(configuration(), changed);
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+}  // namespace
