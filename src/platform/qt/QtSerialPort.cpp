@@ -23,7 +23,7 @@ constexpr auto AdapterLag = 2ms;
 constexpr auto ClosingPatience = 200ms;
 
 // What the toolkit keeps between two turns of the event loop.
-constexpr qint64 ReadBufferSize = 1 << 16;
+constexpr qint64 ReadBufferSize = 64 * 1024;
 // What waits to be sent on a line that takes nothing; beyond it bytes go nowhere.
 constexpr qint64 SendLimit = 1 << 20;
 
