@@ -6,7 +6,7 @@
 #include <QList>
 #include <QStringList>
 
-#include "FirmwarePanel.h"
+#include "FakeFirmwarePanel.h"
 #include "OperatePanel.h"
 #include "PortPanel.h"
 
@@ -21,20 +21,6 @@ struct FakePortPanel final : PortPanel {
     int index = -1;
     QString field;
     bool isByNameShown = false;
-};
-
-struct FakeFirmwarePanel final : FirmwarePanel {
-    QString MCUinstalledText() const override { return installed; }
-    void setMCUinstalledText(const QString& text) override { installed = text; }
-    QString MCUavailableText() const override { return available; }
-    void setMCUavailableText(const QString& text) override { available = text; }
-    void setFolderPath(const QString& path) override { folder = path; }
-    void setSendVLXButtonEnabled(bool enabled) override { canSend = enabled; }
-
-    QString installed = QStringLiteral("---");
-    QString available = QStringLiteral("missing");
-    QString folder;
-    bool canSend = false;
 };
 
 struct FakeOperatePanel final : OperatePanel {

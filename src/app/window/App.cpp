@@ -39,6 +39,7 @@ App::App(Platform& platform, Flows::ErrorHandler onError, std::function<void()> 
       m_progressWin(m_window1),
       m_memoryToolWindows(platform, onError, m_window1),
       m_memoryTools(platform, m_globals, m_line, m_progressWin, m_window1, m_memoryToolWindows),
+      m_closing(platform.clock, Clock::Microseconds{0}, [this] { m_window1.close(); }),
       m_flows(platform.clock, std::move(onError)),
       m_services{platform,   m_globals, m_windowState, m_line,           m_flows,        m_ports,
                  m_versions, m_monitor, m_controls,    m_firmwareFolder, m_sendFirmware, m_memoryTools} {
@@ -120,8 +121,16 @@ Task<bool> App::LoadMcu() {
     return ::LoadMcu(m_platform.clock, m_globals, m_loader, m_versionedFilename, m_window1);
 }
 
-bool App::mayClose() const {
-    return !m_globals.m_loadingfirmware && !m_memoryTools.isWriting();
+// A load and a memory write end first: given up half way, they would leave the amplifier half written.
+bool App::mayClose() {
+    if (m_memoryTools.isWriting())
+        m_flows.start(closeAfterWriting());
+    return !m_memoryTools.isWriting() && !m_globals.m_loadingfirmware;
+}
+
+Task<> App::closeAfterWriting() {
+    co_await m_memoryTools.waitForWriteEnd();
+    m_closing.start(ClockTimer::Mode::Single);
 }
 
 void App::Event_Close() {

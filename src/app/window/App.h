@@ -46,7 +46,8 @@ private:
     Task<> openPortAndSense();
     Task<bool> LoadMcu();
     void Event_Close();
-    bool mayClose() const;
+    bool mayClose();
+    Task<> closeAfterWriting();
 
     Platform& m_platform;
     std::function<void()> m_quit;
@@ -70,6 +71,8 @@ private:
     ProgressWin m_progressWin;
     MemoryToolWindows m_memoryToolWindows;
     MemoryTools m_memoryTools;
+    // Closes the main window from the event loop, outside of the flow that asks for it.
+    ClockTimer m_closing;
     // Last: cancelled first, while all that the flows use is still there.
     Flows m_flows;
     Services m_services;

@@ -58,6 +58,13 @@ QFont scaledFont(const QWidget& widget, double factor, bool bold) {
     return font;
 }
 
+// Room for the longest text and no more: a label whose size is fixed changes its text without laying out the
+// window anew.
+void holdSize(QLabel& label, const QString& longest) {
+    const QFontMetrics metrics(label.font());
+    label.setFixedSize(metrics.horizontalAdvance(longest), metrics.height());
+}
+
 }  // namespace
 
 OperateTab::OperateTab()
@@ -103,8 +110,7 @@ QWidget* OperateTab::readOutGroup() {
             named(new QLabel(readOut.label), QStringLiteral("StaticText%1").arg(24 + row), readOut.label);
         auto* value = named(new QLabel, readOut.systemName, readOut.label.chopped(1));
         value->setFont(scaledFont(*value, 1.6, true));
-        // Room for the longest value, so that the layout rests while values change.
-        value->setMinimumWidth(QFontMetrics(value->font()).horizontalAdvance(QStringLiteral("00000 MHz")));
+        holdSize(*value, QStringLiteral("00000 MHz"));
         grid->addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
         grid->addWidget(value, row, 1);
         m_readOuts[readOut.readOut] = value;
@@ -121,7 +127,8 @@ QWidget* OperateTab::faultGroup() {
         QFontMetrics(CurrentFault->font()).horizontalAdvance(QStringLiteral("PWRIN HI W")));
     ClearCurrentFault->setToolTip(tr("Clear the current fault"));
     auto* row = new QHBoxLayout(GroupBox4);
-    row->addWidget(CurrentFault, 1);
+    row->addWidget(CurrentFault);
+    row->addStretch();
     row->addWidget(ClearCurrentFault);
     return GroupBox4;
 }
@@ -155,14 +162,19 @@ QWidget* OperateTab::bandGroup() {
 }
 
 void OperateTab::setReadOut(ReadOut readOut, const QString& text) {
-    m_readOuts.at(readOut)->setText(text);
+    if (QLabel* label = m_readOuts.at(readOut); label->text() != text)
+        label->setText(text);
 }
 
 void OperateTab::setCurrentFault(const QString& shortName) {
-    CurrentFault->setText(shortName);
+    if (CurrentFault->text() != shortName)
+        CurrentFault->setText(shortName);
 }
 
 void OperateTab::setMode(Mode mode) {
+    if (mode == m_shownMode)
+        return;
+    m_shownMode = mode;
     Stby->setLit(mode == Mode::Standby);
     Oper->setLit(mode == Mode::Operate);
     OperStby->setEnabled(mode != Mode::Other);
@@ -206,6 +218,8 @@ QString OperateTab::operStbyCaption() const {
 }
 
 void OperateTab::enableReadOuts(bool enabled) {
+    // The lamps follow the group until the next answer tells the mode.
+    m_shownMode.reset();
     for (QLabel* label : m_readOutLabels)
         label->setEnabled(enabled);
     for (const auto& [readOut, value] : m_readOuts)

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <map>
+#include <optional>
 
 #include <QWidget>
 
@@ -55,4 +56,5 @@ private:
     QPushButton* OnOff;
     std::array<QPushButton*, BandCount> BandSelected{};
     int m_markedBand = -1;
+    std::optional<Mode> m_shownMode;
 };

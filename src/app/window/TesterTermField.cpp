@@ -1,5 +1,7 @@
 #include "TesterTermField.h"
 
+#include <QFontDatabase>
+
 #include "Naming.h"
 
 namespace {
@@ -17,7 +19,7 @@ QTextCharFormat coloured(const QColor& colour) {
 
 TesterTermField::TesterTermField() : LogField(SelectAll::Always) {
     named(this, QStringLiteral("TesterTermField"), tr("Commands sent and answers received"));
-    setFontFamily(QStringLiteral("monospace"));
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     // The two colours are made for a light ground, also where the desktop is dark.
     QPalette light = palette();
     light.setColor(QPalette::Base, Qt::white);

@@ -231,15 +231,9 @@ void Window1::_HelpAboutVLXUtil_Action() {
 
 void Window1::closeEvent(QCloseEvent* event) {
     if (mayClose && !mayClose()) {
-        m_wantsToClose = true;
         event->ignore();
         return;
     }
     Q_EMIT Event_Close();
     QMainWindow::closeEvent(event);
-}
-
-void Window1::closeWhenReady() {
-    if (m_wantsToClose && mayClose && mayClose())
-        close();
 }

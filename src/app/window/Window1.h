@@ -49,10 +49,8 @@ public:
     void EnterHiddenCommandMode();
     void LeaveHiddenCommandMode();
 
-    // Asked before the window closes; when it says no, the window stays and closes by closeWhenReady.
+    // Asked before the window closes; when it says no, the window stays.
     std::function<bool()> mayClose;
-    // Closes the window if the user has asked for it while it could not.
-    void closeWhenReady();
 
 Q_SIGNALS:
     void Event_Close();
@@ -83,5 +81,4 @@ private:
     OperateTab* m_operateTab;
     ConfigurationTab* m_configurationTab;
     CommandTesterTab* m_commandTesterTab;
-    bool m_wantsToClose = false;
 };
