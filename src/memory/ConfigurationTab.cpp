@@ -11,7 +11,6 @@ QPushButton* makeButton(const QString& systemName, const QString& caption, const
     auto* const button = named(new QPushButton(caption), systemName, caption);
     button->setToolTip(toolTip);
     button->setAccessibleDescription(toolTip);
-    button->setMinimumHeight(button->sizeHint().height() * 3 / 2);
     button->setEnabled(false);
     return button;
 }
@@ -38,6 +37,12 @@ ConfigurationTab::ConfigurationTab(QWidget* parent)
     grid->addWidget(DisplayFaultTable, 2, 1);
     grid->addWidget(EditBannerButton, 2, 2);
     grid->setSpacing(16);
+    const QList<QPushButton*> buttons{SaveConfig, RestoreConfig, DisplayFaultTable, EditBannerButton};
+    QSize size;
+    for (const QPushButton* const button : buttons)
+        size = size.expandedTo(button->sizeHint());
+    for (QPushButton* const button : buttons)
+        button->setMinimumSize(size.width() * 5 / 4, size.height() * 3 / 2);
     for (const int edge : {0, 3}) {
         grid->setColumnStretch(edge, 1);
         grid->setRowStretch(edge, 1);

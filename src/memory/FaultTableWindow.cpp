@@ -1,5 +1,8 @@
 #include "FaultTableWindow.h"
 
+#include <algorithm>
+#include <array>
+
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
@@ -65,10 +68,21 @@ Task<> FaultTableWindow::Run() {
 }
 
 void FaultTableWindow::showWaitCursor(bool isShown) {
-    if (isShown)
+    if (isShown) {
         setCursor(Qt::WaitCursor);
-    else
+    } else {
         unsetCursor();
+        widenColumns();
+    }
+}
+
+// The design widths are those of one font size.
+void FaultTableWindow::widenColumns() {
+    for (int column = 0; column < static_cast<int>(ColumnWidths.size()); ++column) {
+        const int width = Listbox1->columnWidth(column);
+        Listbox1->resizeColumnToContents(column);
+        Listbox1->setColumnWidth(column, std::max(width, Listbox1->columnWidth(column)));
+    }
 }
 
 void FaultTableWindow::addRow(const FaultTableRow& row) {
