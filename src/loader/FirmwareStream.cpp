@@ -14,8 +14,7 @@ bool isLineEnd(char character) {
 
 bool FirmwareStream::open(const QString& path) {
     m_file.close();
-    m_characters.clear();
-    m_position = 0;
+    m_next = m_end = nullptr;
     m_isExhausted = false;
     m_endsInLineEnd = false;
     m_length = 0;
@@ -29,22 +28,15 @@ bool FirmwareStream::open(const QString& path) {
     return true;
 }
 
-bool FirmwareStream::readAhead(qsizetype count) {
-    if (m_isExhausted || m_characters.size() - m_position >= count)
-        return false;
-    const QByteArray chunk = m_file.read(ChunkLength);
-    m_isExhausted = chunk.isEmpty();
+void FirmwareStream::readChunk() {
+    const auto kept = static_cast<std::size_t>(m_end - m_next);
+    std::copy(m_next, m_end, m_characters.data());
+    m_characters.resize(std::max(m_characters.size(), kept + ChunkLength));
+    char* const chunk = m_characters.data() + kept;
+    const qint64 length = m_file.read(chunk, ChunkLength);
+    m_isExhausted = length <= 0;
     if (!m_isExhausted)
-        append(chunk);
-    return !m_isExhausted && m_characters.size() - m_position < count;
-}
-
-void FirmwareStream::append(const QByteArray& chunk) {
-    m_endsInLineEnd = isLineEnd(chunk.back());
-    m_characters.remove(0, m_position);
-    m_position = 0;
-    const qsizetype kept = m_characters.size();
-    m_characters.resize(kept + chunk.size());
-    const auto end = std::remove_copy_if(chunk.begin(), chunk.end(), m_characters.begin() + kept, isLineEnd);
-    m_characters.resize(end - m_characters.begin());
+        m_endsInLineEnd = isLineEnd(chunk[length - 1]);
+    m_next = m_characters.data();
+    m_end = m_isExhausted ? chunk : std::remove_if(chunk, chunk + length, isLineEnd);
 }

@@ -2,17 +2,21 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
-#include <QByteArray>
 #include <QFile>
 #include <QString>
 
 // Reading is split in two so that a file of any shape (a gigabyte of line ends among them) is read in
-// bounded steps: readAhead, called until it has enough, does the input; read only takes what is there.
+// bounded steps: readChunk, called while input is needed, reads the file; read only takes what is there.
 class FirmwareStream {
 public:
-    // What one step of readAhead takes from the file.
-    static constexpr qint64 ChunkLength = 1 << 16;
+    // What readChunk takes from the file.
+    static constexpr std::size_t ChunkLength = 1 << 16;
+
+    FirmwareStream() = default;
+    FirmwareStream(const FirmwareStream&) = delete;
+    FirmwareStream& operator=(const FirmwareStream&) = delete;
 
     // Replaces the former file. False when `path` is no regular file or may not be read.
     bool open(const QString& path);
@@ -20,26 +24,26 @@ public:
     // Bytes, as the file was when it was opened.
     qint64 length() const { return m_length; }
 
-    // One step towards `count` characters at hand; true while another step is needed. At the end of the
-    // file, or after a read error, whatever is at hand is enough.
-    bool readAhead(qsizetype count);
-    // The next character that is no line end; nothing at the end of what was read ahead.
+    // Fewer than `count` characters are at hand, and the file may have more.
+    bool needsInput(std::ptrdiff_t count) const { return !m_isExhausted && m_end - m_next < count; }
+    // One step; a read error ends the file.
+    void readChunk();
+    // The next character that is no line end; nothing when none is at hand.
     std::optional<char> read() {
-        if (m_position == m_characters.size())
+        if (m_next == m_end)
             return std::nullopt;
-        return m_characters[m_position++];
+        return *m_next++;
     }
-    // Nothing is left in the file, not even a line end. Tells the truth while characters that were read
-    // ahead are left, and after readAhead has asked for more than were taken since.
-    bool isAtEnd() const { return m_isExhausted && !m_endsInLineEnd && m_position == m_characters.size(); }
+    // Nothing is left in the file, not even a line end. Known as soon as more input was needed than has
+    // been taken since.
+    bool isAtEnd() const { return m_isExhausted && !m_endsInLineEnd && m_next == m_end; }
 
 private:
-    void append(const QByteArray& chunk);
-
     QFile m_file;
     qint64 m_length = 0;
-    QByteArray m_characters;
-    qsizetype m_position = 0;
+    std::vector<char> m_characters;
+    const char* m_next = nullptr;
+    const char* m_end = nullptr;
     bool m_isExhausted = false;
     bool m_endsInLineEnd = false;
 };

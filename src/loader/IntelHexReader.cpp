@@ -2,6 +2,24 @@
 
 #include <utility>
 
+namespace {
+
+constexpr std::uint8_t NoDigit = 0xFF;
+
+constexpr std::array<std::uint8_t, 256> DigitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(NoDigit);
+    for (std::uint8_t digit = 0; digit < 10; ++digit)
+        values[static_cast<std::size_t>('0') + digit] = digit;
+    for (std::uint8_t digit = 0; digit < 6; ++digit) {
+        values[static_cast<std::size_t>('a') + digit] = static_cast<std::uint8_t>(10 + digit);
+        values[static_cast<std::size_t>('A') + digit] = static_cast<std::uint8_t>(10 + digit);
+    }
+    return values;
+}();
+
+}  // namespace
+
 bool IntelHexReader::OpenPass(const QString& path) {
     if (!bs.open(path))
         return false;
@@ -32,12 +50,13 @@ Task<bool> IntelHexReader::ReadNext() {
         if (!m_fIsReadOK)
             co_return false;
         // One character more than a record, so that bs.isAtEnd() is known behind it.
-        while (bs.readAhead(LongestRecord + 1))
+        while (bs.needsInput(LongestRecord + 1)) {
+            bs.readChunk();
             co_await m_clock.breathe();
+        }
         readRecord();
         if (!m_fIsReadOK)
             co_await report();
-        co_await m_clock.breathe();
     } while (m_fIsReadOK && !m_fIsEndOfFile && !m_isDataRecord);
     if (m_fIsReadOK)
         m_dwErrorCode = 0;
@@ -92,13 +111,9 @@ void IntelHexReader::actOn(std::uint8_t type, std::uint16_t address) {
     }
 }
 
-std::optional<char> IntelHexReader::ReadChar() {
-    const std::optional<char> character = bs.read();
-    if (character)
-        ++m_dwcbRead;
-    else if (m_messages.isEmpty())
+void IntelHexReader::failAtEnd() {
+    if (m_messages.isEmpty())
         fail(QStringLiteral("End File record was not found"));
-    return character;
 }
 
 std::uint8_t IntelHexReader::ReadByte() {
@@ -117,12 +132,9 @@ std::uint16_t IntelHexReader::ReadWord() {
 }
 
 std::uint8_t IntelHexReader::NibbleToBin(char character) {
-    if (character >= '0' && character <= '9')
-        return static_cast<std::uint8_t>(character - '0');
-    if (character >= 'a' && character <= 'f')
-        return static_cast<std::uint8_t>(character - 'a' + 10);
-    if (character >= 'A' && character <= 'F')
-        return static_cast<std::uint8_t>(character - 'A' + 10);
+    const std::uint8_t value = DigitValues[static_cast<unsigned char>(character)];
+    if (value != NoDigit)
+        return value;
     ++m_badDigits;
     m_fIsReadOK = false;
     return 0;

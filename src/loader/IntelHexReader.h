@@ -24,7 +24,7 @@
 class IntelHexReader {
 public:
     // The characters of a record of 255 data bytes, ":" among them.
-    static constexpr qsizetype LongestRecord = 1 + 2 * (1 + 2 + 1 + 255 + 1);
+    static constexpr std::ptrdiff_t LongestRecord = 1 + 2 * (1 + 2 + 1 + 255 + 1);
 
     IntelHexReader(Platform& platform, Globals& globals)
         : m_clock(platform.clock), m_dialogs(platform.dialogs), m_globals(globals) {}
@@ -42,7 +42,14 @@ public:
     Task<bool> ReadNext();
 
     // The next character that is no line end; nothing at the end of the stream, which is a fault.
-    std::optional<char> ReadChar();
+    std::optional<char> ReadChar() {
+        const std::optional<char> character = bs.read();
+        if (character)
+            ++m_dwcbRead;
+        else
+            failAtEnd();
+        return character;
+    }
     std::uint8_t ReadByte();
     std::uint16_t ReadWord();
     // 0 for a character that is no hexadecimal digit, which is a fault.
@@ -68,6 +75,7 @@ private:
     void readRecord();
     void actOn(std::uint8_t type, std::uint16_t address);
     void fail(const QString& message);
+    void failAtEnd();
     Task<> report();
 
     Clock& m_clock;

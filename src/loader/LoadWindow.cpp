@@ -1,6 +1,7 @@
 #include "LoadWindow.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QGroupBox>
 #include <QPointer>
@@ -19,6 +20,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto Timer1Period = 25ms;
+// With trace on, lines come faster than anybody reads, and showing each by itself costs more than the load.
+constexpr auto LogPause = 100ms;
 constexpr int FullBar = 100;
 constexpr QSize DesignSize(560, 420);
 constexpr int BelowMainWindowTop = 40;
@@ -34,6 +37,7 @@ LoadWindow::LoadWindow(Clock& clock, Globals& globals, MCULoader& loader,
       m_versionedFilename(versionedFilename),
       m_mainWindow(mainWindow),
       m_closed(clock),
+      m_logPause(clock, LogPause, [this] { showLog(); }),
       ActivityLog(named(new LogField(LogField::SelectAll::NeedsSelection), QStringLiteral("ActivityLog"),
                         QStringLiteral("Log of the firmware load"))),
       ProgressBar1(named(new QProgressBar, QStringLiteral("ProgressBar1"),
@@ -75,7 +79,7 @@ Task<> LoadWindow::Run() {
 void LoadWindow::Event_Open() {
     const QRect main = m_mainWindow.frameGeometry();
     move(main.left() + main.width() / 2 - width() / 2, main.top() + BelowMainWindowTop);
-    m_globals.ActivityLog = [this](const QString& line) { ActivityLog->appendText(line); };
+    m_globals.ActivityLog = [this](const QString& line) { takeLogLine(line); };
     m_globals.m_loadingfirmware = true;
     show();
     m_globals.SetStatusText(QStringLiteral("Tessarin VLX Utility for OS X Version ") + ShortVersion(), false);
@@ -102,6 +106,19 @@ void LoadWindow::offerToClose() {
     setProgressBar1Value(FullBar);
     m_globals.SetStatusText(QStringLiteral("Click \"Close\" to close this window"), true);
     CloseIt->setEnabled(true);
+}
+
+void LoadWindow::takeLogLine(const QString& line) {
+    m_unshownLog += line;
+    if (!m_logPause.isOn())
+        showLog();
+}
+
+void LoadWindow::showLog() {
+    if (m_unshownLog.isEmpty())
+        return;
+    ActivityLog->appendText(std::exchange(m_unshownLog, {}));
+    m_logPause.start(ClockTimer::Mode::Single);
 }
 
 // Nothing gives the button the other caption at present.

@@ -38,6 +38,8 @@ private:
     Task<> BeginLoad();
     void CloseIt_Action();
     void offerToClose();
+    void takeLogLine(const QString& line);
+    void showLog();
 
     Clock& m_clock;
     Globals& m_globals;
@@ -46,6 +48,9 @@ private:
     QWidget& m_mainWindow;
     Gate m_closed;
     bool m_isLoading = false;
+    // Lines that wait to be shown together with those that follow.
+    QString m_unshownLog;
+    ClockTimer m_logPause;
 
     LogField* ActivityLog;
     QProgressBar* ProgressBar1;

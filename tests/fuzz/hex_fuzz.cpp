@@ -39,10 +39,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
     file.close();
 
-    SimClock clock;
-    Vlx720 amplifier(clock);
-    SimulatedPort port(clock, amplifier);
-    SimulatedPortList ports;
+    // The reader has no use for an amplifier, and making one takes longer than reading.
+    static SimClock clock;
+    static Vlx720 amplifier(clock);
+    static SimulatedPort port(clock, amplifier);
+    static SimulatedPortList ports;
     CountingDialogs dialogs;
     Platform platform{clock, port, ports, dialogs, {}};
     Globals globals(clock);
