@@ -43,7 +43,7 @@ public:
     }
 
     QString joined(qsizetype first, qsizetype second) const {
-        return at(first).toString() + u' ' + at(second);
+        return at(first).toString() + u' ' + at(second).toString();
     }
 
 private:
@@ -90,9 +90,9 @@ qsizetype readDate(const Fields& fields, qsizetype m, FTPParsedDirListLineClass&
     }
     entry.ModTime = QStringLiteral("00:00");
     if (day == m + 1)
-        entry.ModDate = fields.joined(m, m + 2) + u' ' + fields.at(m + 3);
+        entry.ModDate = fields.joined(m, m + 2) + u' ' + fields.at(m + 3).toString();
     else
-        entry.ModDate = fields.joined(m, m + 2) + u' ' + fields.at(m + 4);
+        entry.ModDate = fields.joined(m, m + 2) + u' ' + fields.at(m + 4).toString();
     return time + 2;
 }
 

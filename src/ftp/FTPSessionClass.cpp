@@ -203,7 +203,7 @@ bool FTPSessionClass::isSendable(const QString& command) const {
 
 void FTPSessionClass::sendCommand(QStringView command) {
     if (!command.isEmpty() && CommandSocket)
-        CommandSocket->Write(encode(command + FTPCoreCRLF));
+        CommandSocket->Write(encode(command.toString() + FTPCoreCRLF));
 }
 
 void FTPSessionClass::report(const QString& command, const QString& status) {

@@ -133,7 +133,7 @@ public:
     void ParseCommandBuffer(std::int32_t code);
     void ResetConnectionTimer();
     void ExecuteDirectCommandSteps(const QString& line, std::int32_t code);
-    FTPParsedDirListLineClass ParseDirListLine(const QString& line) const;
+    FTPParsedDirListLineClass ParseDirListLine(const QString& line) const { return ::ParseDirListLine(line); }
 
     // Local paths.
     QString GetDirFromPath(const QString& path) const;

@@ -1,0 +1,166 @@
+// Every operation, with the server failing at each of its replies in turn.
+#include <gmock/gmock.h>
+
+#include "Operations.h"
+#include "ScriptedServer.h"
+
+namespace {
+
+// An operation in a world of its own: a server, a local folder, and for an immediate one a session.
+class World {
+public:
+    explicit World(const OperationCase& operation, bool isPassive = true) : m_operation(operation) {
+        prepareServer(m_root.path());
+        prepareLocal(bench.local.path());
+        bench.connectTo(server.port());
+        bench.session->PassiveMode = isPassive;
+        if (!operation.isOneShot) {
+            EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "ok: Connected to Tessarin server.");
+        }
+        firstReply = server.replies;
+        bench.status->ends.clear();
+    }
+
+    // Reply `number` of the operation becomes `text`.
+    void replaceReply(int number, const char* text) {
+        const int target = firstReply + number;
+        server.intercept = [this, target, text](int count, QByteArray& reply) {
+            if (count != target)
+                return;
+            replaced = reply;
+            commandReplaced = server.commands.isEmpty() ? QString() : server.commands.constLast();
+            reply = text;
+        };
+    }
+    std::string run() {
+        return bench.run([this](FTPSessionClass& s) { m_operation.start(s); });
+    }
+
+    // Whether any reply would do for the step that the replaced one belongs to.
+    bool takesAnyReply() const {
+        return commandReplaced.startsWith(u"QUIT") ||
+               (commandReplaced.startsWith(u"RNTO") && m_operation.isOneShot);
+    }
+
+    SessionBench<SimClock> bench;
+    int firstReply = 0;
+    QByteArray replaced;
+    QString commandReplaced;
+
+private:
+    QTemporaryDir m_root;
+    const OperationCase& m_operation;
+
+public:
+    ScriptedServer server{m_root.path()};
+};
+
+std::string success(const OperationCase& operation) {
+    return std::string("ok: ") + operation.success;
+}
+
+// How many replies the healthy operation takes.
+int replyCount(const OperationCase& operation) {
+    World world(operation);
+    EXPECT_EQ(world.run(), success(operation));
+    return world.server.replies - world.firstReply;
+}
+
+class EveryStep : public testing::TestWithParam<OperationCase> {};
+
+TEST_P(EveryStep, RunsInActiveMode) {
+    const OperationCase& operation = GetParam();
+    World world(operation, false);
+    const std::string name = operation.name;
+    // These two set their port and do not wait on it.
+    const bool waitsForNobody = name == "PutSingleFile" || name == "StartPutFile";
+    EXPECT_EQ(world.run(), waitsForNobody ? "error: Error: 425 Nobody there.\n" : success(operation));
+}
+
+TEST_P(EveryStep, TakesRepliesByteByByte) {
+    World world(GetParam());
+    world.server.sendsByteByByte = true;
+    EXPECT_EQ(world.run(), success(GetParam()));
+}
+
+TEST_P(EveryStep, EndsOnARefusalAtAnyReply) {
+    const OperationCase& operation = GetParam();
+    const int count = replyCount(operation);
+    for (int number = 0; number < count; ++number) {
+        World world(operation);
+        world.replaceReply(number, "599 Refused.\r\n599 And more.\r\n");
+        const std::string report = world.run();
+        SCOPED_TRACE(world.replaced.constData());
+        if (world.replaced.isNull() || world.takesAnyReply()) {
+            EXPECT_EQ(report, success(operation));
+            continue;
+        }
+        // What follows the refusal is shown with it.
+        EXPECT_THAT(report, testing::StartsWith("error: Error: 599 Refused.\n599 And more.\r\n"));
+        const bool staysOpen = !operation.isOneShot;
+        EXPECT_EQ(world.bench.session->CommandSocket != nullptr, staysOpen);
+        EXPECT_EQ(world.bench.session->DataSocket != nullptr, staysOpen);
+        EXPECT_TRUE(waitUntil([&] { return world.server.isConnected() == staysOpen; }, 1000));
+    }
+}
+
+TEST_P(EveryStep, TimesOutOnSilenceAtAnyReply) {
+    const OperationCase& operation = GetParam();
+    const int count = replyCount(operation);
+    for (int number = 0; number < count; ++number) {
+        World world(operation);
+        world.replaceReply(number, "");
+        operation.start(*world.bench.session);
+        waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+        settle(5);
+        // Without the 150 an operation runs to its end all the same.
+        if (world.replaced.isNull() || world.replaced.startsWith("150"))
+            continue;
+        SCOPED_TRACE(world.replaced.constData());
+        world.bench.clock.advance(std::chrono::milliseconds(19'999));
+        EXPECT_EQ(world.bench.status->ends.join(u'|').toStdString(), "");
+        world.bench.clock.advance(std::chrono::milliseconds(1));
+        EXPECT_EQ(world.bench.status->ends.join(u'|').toStdString(),
+                  "error: Error: The connection timed out. Ending session.");
+        EXPECT_EQ(world.bench.session->CommandSocket != nullptr, !operation.isOneShot);
+    }
+}
+
+TEST_P(EveryStep, SurvivesAServerThatHangsUpAtAnyReply) {
+    const OperationCase& operation = GetParam();
+    const int count = replyCount(operation);
+    for (int number = 0; number < count; ++number) {
+        World world(operation);
+        world.replaceReply(number, ScriptedServer::Hang);
+        operation.start(*world.bench.session);
+        // After QUIT the server may close without a word, and so it does here: no report comes.
+        waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+        settle(5);
+        SCOPED_TRACE(world.replaced.constData());
+        const bool isQuit = world.commandReplaced == u"QUIT";
+        if (!world.replaced.isNull() && !isQuit) {
+            EXPECT_EQ(world.bench.status->ends.value(0).toStdString(), "error: Error: 102");
+        }
+    }
+}
+
+TEST_P(EveryStep, CanBeDroppedAtAnyReply) {
+    const OperationCase& operation = GetParam();
+    const int count = replyCount(operation);
+    for (int number = 0; number < count; ++number) {
+        World world(operation);
+        world.replaceReply(number, "");
+        operation.start(*world.bench.session);
+        waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+        if (number % 2 == 0)
+            world.bench.session.reset();
+        else
+            world.bench.session->StartGetDirList();
+        settle(2);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, EveryStep, testing::ValuesIn(AllOperations),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+}  // namespace

@@ -1,0 +1,63 @@
+// An FTP server in the test's own process that can be made to misbehave at any reply.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QDir>
+#include <QHostAddress>
+#include <QStringList>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+// Serves the folder `root` on loopback to one client at a time. Replies are numbered from 0, the greeting,
+// over all connections.
+class ScriptedServer : public QObject {
+public:
+    explicit ScriptedServer(const QString& root);
+
+    int port() const { return m_listener.serverPort(); }
+
+    // May change reply `number` before it goes out: "" is silence, Hang closes the connection.
+    static constexpr const char* Hang = "hang up";
+    std::function<void(int number, QByteArray& reply)> intercept;
+    // Whole exchanges of its own: answers for a verb, or none to do the usual.
+    std::function<std::optional<QByteArray>(const QString& command)> answer;
+    bool sendsByteByByte = false;
+    bool endsTransferFirst = false;   // 226 before the data
+    bool startsTransferLate = false;  // the data before 150
+    QByteArray fixedListing;          // in place of the folder's own
+    bool keepsDataOpen = false;
+
+    QStringList commands;  // received
+    int replies = 0;
+    bool isConnected() const { return m_control && m_control->state() == QAbstractSocket::ConnectedState; }
+    void send(QByteArray reply);
+    QTcpSocket* data() const { return m_data; }
+
+private:
+    void onConnection();
+    void onLine(const QString& command);
+    QByteArray reply(const QString& verb, const QString& argument);
+    QString path(const QString& argument) const;
+    QByteArray passive();
+    QByteArray active(const QString& argument);
+    QByteArray listing(const QString& verb) const;
+    void download(const QByteArray& bytes);
+    void upload(const QString& argument);
+    void whenDataConnected(std::function<void()> work);
+    void adoptData(QTcpSocket* socket);
+    void finishUpload();
+
+    QString m_root;
+    QString m_cwd = QStringLiteral("/");
+    QString m_renameFrom;
+    qint64 m_restart = 0;
+    QTcpServer m_listener;
+    QTcpServer m_dataListener;
+    QTcpSocket* m_control = nullptr;
+    QTcpSocket* m_data = nullptr;
+    QByteArray m_input;
+    std::function<void()> m_pending;
+    std::unique_ptr<QFile> m_upload;
+};
