@@ -1,4 +1,5 @@
-// The utility with a simulated amplifier on its serial line, in one process.
+// The utility with a simulated amplifier on its serial line, in one process; or with a real one, to keep
+// what passes on the line.
 
 #include <cstdio>
 #include <optional>
@@ -13,11 +14,13 @@
 #include "DefaultErrorHandler.h"
 #include "GuardedApplication.h"
 #include "QtDialogs.h"
+#include "QtSerialPort.h"
 #include "SampleImage.h"
 #include "SimulatedPort.h"
 #include "SimulatorWindow.h"
 #include "SystemClock.h"
 #include "Tour.h"
+#include "Transcript.h"
 
 namespace {
 
@@ -39,45 +42,96 @@ Task<> tourAndQuit(Tour& tour) {
     QCoreApplication::exit(isComplete ? 0 : 1);
 }
 
+struct Options {
+    QString tourFolder;
+    QString realPort;
+    QString recordFile;
+};
+
+// Ends the program when it asked for help or cannot be understood.
+Options readCommandLine(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOptions({
+        {QStringLiteral("tour"), QStringLiteral("Walk through the program and leave pictures in <folder>."),
+         QStringLiteral("folder")},
+        {QStringLiteral("port"),
+         QStringLiteral("Use a real serial port in place of the simulated amplifier."),
+         QStringLiteral("device")},
+        {QStringLiteral("record"), QStringLiteral("Write a transcript of the line to <file>."),
+         QStringLiteral("file")},
+    });
+    parser.process(application);
+    return {parser.value(QStringLiteral("tour")), parser.value(QStringLiteral("port")),
+            parser.value(QStringLiteral("record"))};
+}
+
+// The simulated line or a real one, with a record of it if that was asked for.
+class DemoLine {
+public:
+    DemoLine(Clock& clock, const Options& options)
+        : amplifier(clock), simulated(clock, amplifier), m_file(options.recordFile) {
+        if (!options.realPort.isEmpty()) {
+            m_real.emplace(clock);
+            ports.ports = {{options.realPort, options.realPort}};
+        }
+        if (!options.recordFile.isEmpty() && m_file.open(QIODevice::WriteOnly | QIODevice::Text))
+            m_recording.emplace(line(), clock, m_file);
+    }
+
+    bool isRecordFailed() const { return !m_file.fileName().isEmpty() && !m_file.isOpen(); }
+
+    SerialPort& line() {
+        if (m_recording)
+            return *m_recording;
+        return m_real ? static_cast<SerialPort&>(*m_real) : simulated;
+    }
+
+    Vlx720 amplifier;
+    SimulatedPort simulated;
+    SimulatedPortList ports{{{QStringLiteral("simulated VLX720"), QStringLiteral("simulated")}}};
+
+private:
+    QFile m_file;
+    std::optional<QtSerialPort> m_real;
+    std::optional<RecordingPort> m_recording;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
     GuardedApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vlxutility-demo"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/vlxutility.png")));
-    QCommandLineParser parser;
-    parser.addHelpOption();
-    const QCommandLineOption tourOption(
-        QStringLiteral("tour"), QStringLiteral("Walk through the program and leave pictures in <folder>."),
-        QStringLiteral("folder"));
-    parser.addOption(tourOption);
-    parser.process(application);
+    const Options options = readCommandLine(application);
 
     const QTemporaryDir world;
     SystemClock clock;
-    Vlx720 amplifier(clock);
-    SimulatedPort serialPort(clock, amplifier);
-    SimulatedPortList ports({{QStringLiteral("simulated VLX720"), QStringLiteral("simulated")}});
+    DemoLine line(clock, options);
+    if (line.isRecordFailed()) {
+        std::fputs("The transcript cannot be written.\n", stderr);
+        return 1;
+    }
     QtDialogs dialogs(clock);
-    Platform platform{clock, serialPort, ports, dialogs, demoFolders(world)};
+    Platform platform{clock, line.line(), line.ports, dialogs, demoFolders(world)};
 
     std::optional<App> app;
-    DefaultErrorHandler errors(dialogs, [&app](const QString& line) {
+    DefaultErrorHandler errors(dialogs, [&app](const QString& text) {
         if (app)
-            app->globals().SetStatusText(line, false);
+            app->globals().SetStatusText(text, false);
     });
     const auto onError = [&errors](const std::exception_ptr& error) { errors.handle(error); };
     application.setErrorHandler(onError);
     app.emplace(platform, onError, &QApplication::quit);
     dialogs.setMainWindow(&app->mainWindow());
-    SimulatorWindow simulator(amplifier, serialPort);
+    SimulatorWindow simulator(line.amplifier, line.simulated);
     app->Event_Open();
 
-    Tour tour(clock, *app, amplifier, parser.value(tourOption));
+    Tour tour(clock, *app, line.amplifier, options.tourFolder);
     std::optional<Task<>> walking;
-    if (parser.isSet(tourOption))
+    if (!options.tourFolder.isEmpty())
         walking = tourAndQuit(tour);
-    else
+    else if (options.realPort.isEmpty())
         simulator.show();
     return QApplication::exec();
 }
