@@ -10,5 +10,5 @@ fi
 
 # FTP servers for the tests, of the system or unpacked by tools/setup --test, and the symbolizer that makes
 # the sanitizers' reports readable.
-servers=$PWD/build/servers
+servers=$PWD/build/ftp-servers
 export PATH="$PATH:/usr/sbin:$servers/usr/sbin:/usr/lib/llvm-19/bin"
