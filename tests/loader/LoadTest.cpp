@@ -274,6 +274,23 @@ TEST(Load, TellsOfRetries) {
                            QStringLiteral("Retry 1 successful at address 2160")}));
 }
 
+TEST(Load, EndsWhenTheFileShrinksUnderIt) {
+    const QByteArray image = Image::make(2000);
+    const QByteArray hexText = HexText::file(image);
+    WholeLoad bench(State::Waiting);
+    bench.install(hexText);
+    bench.port.Written = [&bench](const QByteArray& bytes) {
+        if (bytes == "D")
+            EXPECT_TRUE(QFile::resize(bench.globals.m_FolderPath + bench.versionedFilename.m_mstrPath, 1000));
+    };
+    bench.load();
+    EXPECT_EQ(bench.log.at(2), QStringLiteral("End File record was not found"));
+    bench.port.Written = nullptr;
+    bench.install(hexText);
+    EXPECT_TRUE(bench.removePowerAndLoadAgain());
+    EXPECT_TRUE(bench.holds(image));
+}
+
 // Whatever byte goes wrong on its way out, or is the last that the amplifier hears.
 TEST(Load, SurvivesAnyOneByteLostFlippedOrLast) {
     const QByteArray image = Image::make(2);
