@@ -96,7 +96,7 @@ Task<> LoadWindow::BeginLoad() {
     if (!ok)
         m_globals.SetStatusText(QStringLiteral("VLX firmware load failed"), false);
     if (ok && !m_globals.m_Verbose)
-        close();
+        accept();
     else
         offerToClose();
 }
@@ -126,7 +126,7 @@ void LoadWindow::CloseIt_Action() {
     if (Text::equal(CloseIt->text(), u"Cancel"))
         m_globals.m_cancelling = true;
     else
-        close();
+        accept();
 }
 
 // Every way of closing comes through here: the button, the close box, Escape.

@@ -280,8 +280,9 @@ TEST(Load, EndsWhenTheFileShrinksUnderIt) {
     WholeLoad bench(State::Waiting);
     bench.install(hexText);
     bench.port.Written = [&bench](const QByteArray& bytes) {
-        if (bytes == "D")
+        if (bytes == "D") {
             EXPECT_TRUE(QFile::resize(bench.globals.m_FolderPath + bench.versionedFilename.m_mstrPath, 1000));
+        }
     };
     bench.load();
     EXPECT_EQ(bench.log.at(2), QStringLiteral("End File record was not found"));

@@ -114,6 +114,17 @@ TEST_F(LoadWindowTest, LeavesNothingBehindWhenItIsCancelled) {
     EXPECT_EQ(bench.clock.pendingWaits(), 0);
 }
 
+TEST_F(LoadWindowTest, MayGoWithTheMainWindow) {
+    bench.amplifier.powerOff();
+    start();
+    bench.clock.advance(1min);
+    delete window;
+    bench.clock.advance(1s);
+    EXPECT_FALSE(flow->isDone());
+    flow.reset();
+    EXPECT_EQ(bench.clock.pendingWaits(), 0);
+}
+
 TEST_F(LoadWindowTest, LetsTheUserCopyFromTheLog) {
     bench.globals.m_Verbose = true;
     start();

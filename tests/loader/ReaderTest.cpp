@@ -150,29 +150,6 @@ TEST(Reader, PlacesDataByItsAddressRecords) {
     }
 }
 
-TEST(Reader, HandsOutOneDataRecordAfterTheOther) {
-    ReaderBench<SimClock> bench;
-    const QByteArray first = record(0, 1, "first");
-    const QByteArray second = record(0, 9, "2");
-    bench.reader.OpenPass(bench.write(first + record(3, 0, "skipped") + second + end()));
-    struct Row {
-        bool isEnd;
-        std::uint32_t address;
-        QByteArray record;
-    };
-    const Row rows[] = {{false, 1, first}, {false, 9, second}, {true, 9, end()}};
-    for (const Row& row : rows) {
-        Task<bool> next = bench.reader.ReadNext();
-        ASSERT_TRUE(bench.clock.run(next));
-        EXPECT_TRUE(next.result());
-        EXPECT_EQ(bench.reader.m_fIsEndOfFile, row.isEnd);
-        EXPECT_EQ(bench.reader.m_dwAddress, row.address);
-        EXPECT_EQ(
-            QByteArray(reinterpret_cast<const char*>(bench.reader.m_abData.data()), bench.reader.m_bcb + 1),
-            QByteArray::fromHex(row.record.trimmed().mid(9)));
-    }
-}
-
 TEST(Reader, WillNotOpenWhatIsNoFile) {
     ReaderBench<SimClock> bench;
     const QString pipe = bench.folder.filePath(QStringLiteral("pipe.hex"));
@@ -182,18 +159,6 @@ TEST(Reader, WillNotOpenWhatIsNoFile) {
          {pipe, bench.folder.path(), bench.folder.filePath(QStringLiteral("missing.hex"))})
         EXPECT_FALSE(verify(bench, path)) << path.toStdString();
     EXPECT_EQ(bench.everythingSaid(), QStringList());
-}
-
-TEST(Reader, FileThatShrinksUnderItEndsThePass) {
-    ReaderBench<SimClock> bench;
-    const QString path = bench.write(HexText::file(Image::make(500)));
-    ASSERT_TRUE(verify(bench, path));
-    ASSERT_TRUE(bench.reader.OpenPass(path));
-    ASSERT_TRUE(QFile::resize(path, 30));
-    Task<bool> pass = bench.reader.ReadNext();
-    ASSERT_TRUE(bench.clock.run(pass));
-    EXPECT_FALSE(pass.result());
-    EXPECT_EQ(bench.everythingSaid(), QStringList({QString::fromUtf8(NoEnd)}));
 }
 
 TEST(Reader, KeepsTheEventLoopTurning) {
