@@ -1,7 +1,5 @@
 #include "FaultTable.h"
 
-#include <algorithm>
-
 #include <QScopeGuard>
 
 #include "Errors.h"

@@ -8,21 +8,6 @@ constexpr auto LookStep = 5ms;
 
 }  // namespace
 
-// The span of one tool.
-class MemoryTools::Turn {
-public:
-    explicit Turn(MemoryTools& tools) : m_tools(tools), m_line(tools.m_line.take()) {
-        m_tools.m_isRunning = true;
-    }
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
-    ~Turn() { m_tools.m_isRunning = false; }
-
-private:
-    MemoryTools& m_tools;
-    const LineOwner::Guard m_line;
-};
-
 MemoryTools::MemoryTools(Platform& platform, Globals& globals, LineOwner& line, ProgressView& progress,
                          TabPanelLock& panel, MemoryWindows& windows)
     : m_platform(platform),
@@ -35,35 +20,35 @@ MemoryTools::MemoryTools(Platform& platform, Globals& globals, LineOwner& line, 
       m_configuration(platform, globals, m_memory, m_file, progress) {}
 
 Task<> MemoryTools::SaveConfig_Action() {
-    if (m_isRunning)
+    if (m_line.isTaken())
         co_return;
-    const Turn turn(*this);
+    const auto guard = m_line.take();
     const TabPanelSpan panel(m_panel);
     m_platform.Serial1.Flush();
     co_await m_configuration.Save();
 }
 
 Task<> MemoryTools::RestoreConfig_Action() {
-    if (m_isRunning)
+    if (m_line.isTaken())
         co_return;
-    const Turn turn(*this);
+    const auto guard = m_line.take();
     const TabPanelSpan panel(m_panel);
     m_platform.Serial1.Flush();
     co_await m_configuration.Restore();
 }
 
 Task<> MemoryTools::DisplayFaultTable_Action() {
-    if (m_isRunning)
+    if (m_line.isTaken())
         co_return;
-    const Turn turn(*this);
+    const auto guard = m_line.take();
     FaultTable table(m_platform, m_globals, m_memory, m_file);
     co_await m_windows.showFaultTableWindow(table);
 }
 
 Task<> MemoryTools::EditBannerButton_Action() {
-    if (m_isRunning)
+    if (m_line.isTaken())
         co_return;
-    const Turn turn(*this);
+    const auto guard = m_line.take();
     const TabPanelSpan panel(m_panel);
     PowerOnBanner banner(m_globals, m_memory);
     co_await m_windows.showBannerWindow(banner);

@@ -12,8 +12,9 @@
 #include "TabPanelLock.h"
 #include "Task.h"
 
-// One tool runs at a time: an action that is started while another runs ends at once. Each takes the line
-// while it runs. All that is handed in outlives the object, and the object outlives its flows.
+// Each takes the line while it runs. An action that is started while another flow has the line ends at once,
+// so no tool runs twice, or beside another. All that is handed in outlives the object, and the object its
+// flows.
 class MemoryTools {
 public:
     MemoryTools(Platform& platform, Globals& globals, LineOwner& line, ProgressView& progress,
@@ -26,15 +27,12 @@ public:
     Task<> DisplayFaultTable_Action();
     Task<> EditBannerButton_Action();
 
-    bool isRunning() const { return m_isRunning; }
     // The amplifier's memory is being written: cancelling the flow now would leave it half written.
     bool isWriting() const { return m_memory.isWriting(); }
     // Ends when nothing is being written: at once, or soon after the write is over.
     Task<> waitForWriteEnd();
 
 private:
-    class Turn;
-
     Platform& m_platform;
     Globals& m_globals;
     LineOwner& m_line;
@@ -43,5 +41,4 @@ private:
     MemoryAccess m_memory;
     MemoryFileWriter m_file;
     SaveRestoreM7Config m_configuration;
-    bool m_isRunning = false;
 };

@@ -51,6 +51,8 @@ void ProgressWin::closeWindow() {
     hide();
 }
 
+// Not the user's, but the program's: when all windows are closed at quit, the main window is the one to
+// refuse.
 void ProgressWin::closeEvent(QCloseEvent* event) {
-    event->ignore();
+    event->setAccepted(!event->spontaneous());
 }

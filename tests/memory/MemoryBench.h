@@ -79,7 +79,6 @@ public:
         EXPECT_EQ(clock.pendingWaits(), 0);
         EXPECT_FALSE(line.isTaken());
         EXPECT_TRUE(record.isPanelEnabled);
-        EXPECT_FALSE(tools.isRunning());
         EXPECT_FALSE(tools.isWriting());
     }
 

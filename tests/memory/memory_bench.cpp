@@ -104,7 +104,7 @@ bool benchFaultTable() {
     MemoryAccess memory(bench.platform, bench.globals);
     MemoryFileWriter file(bench.clock, bench.globals, memory);
     FaultTable table(bench.platform, bench.globals, memory, file);
-    FaultTableWindow window(bench.clock, [](std::exception_ptr) {}, table, bench.main);
+    FaultTableWindow window(bench.clock, [](const std::exception_ptr&) {}, table, bench.main);
     window.show();
     TimedView view(window);
     const auto start = bench.clock.now();
