@@ -164,6 +164,23 @@ TEST_F(DialogsTest, ASavedFileGetsItsExtension) {
     EXPECT_EQ(task.result(), folder.filePath(QStringLiteral("SN00123.20110302T040506.VLXConfig")));
 }
 
+TEST_F(DialogsTest, BeginsBesideTheFileThatIsRemembered) {
+    const QTemporaryDir folder;
+    QFile existing(folder.filePath(QStringLiteral("old.VLXFaultTable")));
+    ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
+    Task<QString> task = dialogs.saveFile(
+        {.title = QStringLiteral("Save As"),
+         .prompt = QString(),
+         .initialFolder = existing.fileName(),
+         .suggestedName = QStringLiteral("new"),
+         .type = {QStringLiteral("VLX Fault Table File"), QStringLiteral(".VLXFaultTable")}});
+    auto* dialog = shown<QFileDialog>("SaveDialog");
+    ASSERT_NE(dialog, nullptr);
+    static_cast<QDialog*>(dialog)->accept();
+    ASSERT_TRUE(ends(task));
+    EXPECT_EQ(task.result(), folder.filePath(QStringLiteral("new.VLXFaultTable")));
+}
+
 TEST_F(DialogsTest, AFileIsReplacedOnlyWhenTheUserSaysSo) {
     const QTemporaryDir folder;
     QFile existing(folder.filePath(QStringLiteral("old.VLXConfig")));

@@ -45,8 +45,12 @@ QFileDialog* makeFileDialog(QWidget* parent, const QString& name, const QString&
                             const QString& folder) {
     auto* dialog = new QFileDialog(parent, title);
     dialog->setObjectName(name);
-    if (QFileInfo(folder).isDir())
+    // What is remembered may be a file: the dialog then begins beside it.
+    const QFileInfo start(folder);
+    if (start.isDir())
         dialog->setDirectory(folder);
+    else if (start.isFile())
+        dialog->setDirectory(start.absolutePath());
     return dialog;
 }
 
