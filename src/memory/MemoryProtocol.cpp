@@ -6,6 +6,7 @@ namespace {
 
 constexpr qsizetype ReadCommandLength = 12;
 constexpr qsizetype DataPosition = 10;
+constexpr std::uint8_t HeaderSize = 3;  // page, address, count
 
 // Two's complement of the low byte of the sum: with it the bytes sum to 0.
 std::uint8_t checksumOf(const QByteArray& bytes) {
@@ -15,13 +16,16 @@ std::uint8_t checksumOf(const QByteArray& bytes) {
     return static_cast<std::uint8_t>(-sum);
 }
 
-QString formatCommand(const QString& opening, const QByteArray& bytes) {
-    return opening + QString::fromLatin1((bytes + static_cast<char>(checksumOf(bytes))).toHex().toUpper()) +
-           u';';
+QString formatCommand(const QString& opening, const QByteArray& header, const QByteArray& data,
+                      std::uint8_t count) {
+    return opening + ByteArrayToHex(header, HeaderSize) + ByteArrayToHex(data, count) +
+           Text::Hex2(checksumOf(header + data.left(count))) + u';';
 }
 
-QByteArray addressBytes(std::uint8_t page, std::uint8_t address, std::uint8_t count) {
-    return {QByteArray(1, static_cast<char>(page)) + static_cast<char>(address) + static_cast<char>(count)};
+QByteArray headerBytes(std::uint8_t page, std::uint8_t address, std::uint8_t count) {
+    const std::array<char, HeaderSize> bytes{static_cast<char>(page), static_cast<char>(address),
+                                             static_cast<char>(count)};
+    return {bytes.data(), HeaderSize};
 }
 
 qsizetype answerLength(std::uint8_t count) {
@@ -43,11 +47,11 @@ bool hasLengths(const QString& command, const QString& response, std::uint8_t co
 }  // namespace
 
 QString FormatERCommand(std::uint8_t page, std::uint8_t address, std::uint8_t count) {
-    return formatCommand(QStringLiteral("^ER"), addressBytes(page, address, count));
+    return formatCommand(QStringLiteral("^ER"), headerBytes(page, address, count), QByteArray(), 0);
 }
 
 QString FormatEWCommand(std::uint8_t page, std::uint8_t address, std::uint8_t count, const QByteArray& data) {
-    return formatCommand(QStringLiteral("^EW"), addressBytes(page, address, count) + data.left(count));
+    return formatCommand(QStringLiteral("^EW"), headerBytes(page, address, count), data, count);
 }
 
 QString ByteArrayToHex(const QByteArray& data, std::uint8_t count) {

@@ -1,5 +1,6 @@
 #include "FaultTable.h"
 
+#include "DiskLimit.h"
 #include "Errors.h"
 #include "MemoryBench.h"
 
@@ -164,6 +165,11 @@ TEST_F(FaultTableTest, AnImageLineOfZerosEndsInE0) {
 
 TEST_F(FaultTableTest, AFileStaysWhateverHappens) {
     begin();
+    {
+        const DiskLimit limit(1000);
+        saveToFile();
+    }
+    EXPECT_EQ(read(Saved).size(), 1000);
     globals.m_FirmwareStatus = FirmwareStatus::Bootloader;
     saveToFile();
     EXPECT_EQ(files(), QStringList(Saved));

@@ -1,9 +1,7 @@
 // The configuration on its way to a file.
-#include <csignal>
-
-#include <sys/resource.h>
 #include <zlib.h>
 
+#include "DiskLimit.h"
 #include "MemoryBench.h"
 #include "Text.h"
 
@@ -141,23 +139,6 @@ TEST_F(Save, PowerThatGoesAtAnyByteLeavesNoFile) {
         expectNotSaved(QStringLiteral("Error writing EEPROM Data."));
     }
 }
-
-// No file of this process grows beyond so many bytes.
-class DiskLimit {
-public:
-    explicit DiskLimit(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    DiskLimit(const DiskLimit&) = delete;
-    DiskLimit& operator=(const DiskLimit&) = delete;
-    ~DiskLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-
-private:
-    rlimit m_before{};
-};
 
 TEST_F(Save, ADiskThatIsFullAtAnyByteLeavesTheOldFile) {
     const QDateTime time = clock.wallClock();
