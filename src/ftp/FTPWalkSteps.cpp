@@ -60,6 +60,9 @@ constexpr auto GetDirRows = rows(
     onAny(u"QUIT").end(u"Directory Transfer Complete."));
 
 // ---- DeleteDir, StartDeleteDir: the tree of DeleteDirectory, itself last
+//
+// Nothing goes to the server between the end of the listing and its use. Some servers close the data
+// connection a little after their 226, so the first row of "DELETEFILELOOP" waits as a download does.
 
 constexpr auto DeleteDirWalk = rows(
     byPassiveMode(on(u"START", 200)),
@@ -67,6 +70,7 @@ constexpr auto DeleteDirWalk = rows(
     on(u"PORT",           200).go(u"CWD", u"CWD {DeleteDirectory}", u"Change directory to: {DeleteDirectory}"),
     listDirectory,
     on(u"LIST",           226).run(NextDataPort).go(u"DELETEFILELOOP", NOOP),
+    on(u"DELETEFILELOOP", 200).when(isDataPending).go(u"DELETEFILELOOP", FORCENOOP, u"Get full directory list for {CurrentWorkingDirectory}"),
     on(u"DELETEFILELOOP", 200).run(lookUpCurrentDirectory).nextRow(),
     on(u"DELETEFILELOOP", 200).when(hasFile).run(takeFileToDelete).go(u"DELETE", u"DELE {directory}/{name}", u"Delete: {name}"),
     on(u"DELETEFILELOOP", 200).go(u"NEXTSUBDIR", NOOP),

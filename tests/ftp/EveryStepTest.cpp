@@ -14,9 +14,8 @@ public:
         prepareLocal(bench.local.path());
         bench.connectTo(server.port());
         bench.session->PassiveMode = isPassive;
-        if (!operation.isOneShot) {
-            EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "ok: Connected to Tessarin server.");
-        }
+        if (!operation.isOneShot)
+            logOnTo(bench);
         firstReply = server.replies;
         bench.status->ends.clear();
     }

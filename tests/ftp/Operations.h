@@ -15,14 +15,16 @@ inline void PrintTo(const OperationCase& operation, std::ostream* out) {
     *out << operation.name;
 }
 
+// All of it lies in a folder "work": some servers do not let their top folder be changed.
 inline void prepareServer(const QString& root) {
-    writeFile(root + QStringLiteral("/a.txt"), "alpha");
-    writeFile(root + QStringLiteral("/b c.txt"), "beta gamma");
-    writeFile(root + QStringLiteral("/up.txt"), "part");
-    writeFile(root + QStringLiteral("/pub/one.txt"), "one");
-    writeFile(root + QStringLiteral("/pub/two.txt"), "two");
-    writeFile(root + QStringLiteral("/pub/sub/three.txt"), "three");
-    QDir().mkpath(root + QStringLiteral("/hollow"));
+    const QString work = root + QStringLiteral("/work");
+    writeFile(work + QStringLiteral("/a.txt"), "alpha");
+    writeFile(work + QStringLiteral("/b c.txt"), "beta gamma");
+    writeFile(work + QStringLiteral("/up.txt"), "part");
+    writeFile(work + QStringLiteral("/pub/one.txt"), "one");
+    writeFile(work + QStringLiteral("/pub/two.txt"), "two");
+    writeFile(work + QStringLiteral("/pub/sub/three.txt"), "three");
+    QDir().mkpath(work + QStringLiteral("/hollow"));
 }
 
 inline void prepareLocal(const QString& root) {
@@ -30,6 +32,14 @@ inline void prepareLocal(const QString& root) {
     writeFile(root + QStringLiteral("/b c.txt"), "beta");
     writeFile(root + QStringLiteral("/tree/four.txt"), "four");
     writeFile(root + QStringLiteral("/tree/branch/five.txt"), "five");
+}
+
+// Opens the session that an immediate operation runs on.
+template <typename Bench>
+void logOnTo(Bench& bench) {
+    EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "ok: Connected to Tessarin server.");
+    EXPECT_EQ(bench.runIn(QStringLiteral("/work"), &FTPSessionClass::ChangeDir),
+              "ok: Directory Change Complete.");
 }
 
 inline void sendTreeOf(FTPSessionClass& s) {
@@ -40,11 +50,11 @@ inline void sendTreeOf(FTPSessionClass& s) {
 inline const std::vector<OperationCase> AllOperations{
     {"Logon",                true,  [](auto& s) { s.Logon(); }, "Connected to Tessarin server."},
     {"Logoff",               false, [](auto& s) { s.Logoff(); }, "Logoff Complete."},
-    {"ChangeDir",            false, [](auto& s) { s.ServerDirectory = QStringLiteral("/pub"); s.ChangeDir(); }, "Directory Change Complete."},
+    {"ChangeDir",            false, [](auto& s) { s.ServerDirectory = QStringLiteral("/work/pub"); s.ChangeDir(); }, "Directory Change Complete."},
     {"ParentDir",            false, [](auto& s) { s.ParentDir(); }, "Directory Change Complete."},
     {"GetWorkingDir",        false, [](auto& s) { s.GetWorkingDir(); }, "The working directory has been transferred."},
-    {"MakeDir",              false, [](auto& s) { s.ServerDirectory = QStringLiteral("/made"); s.MakeDir(); }, "Directory Created."},
-    {"RemoveDir",            false, [](auto& s) { s.ServerDirectory = QStringLiteral("/hollow"); s.RemoveDir(); }, "Empty Directory Removed."},
+    {"MakeDir",              false, [](auto& s) { s.ServerDirectory = QStringLiteral("/work/made"); s.MakeDir(); }, "Directory Created."},
+    {"RemoveDir",            false, [](auto& s) { s.ServerDirectory = QStringLiteral("/work/hollow"); s.RemoveDir(); }, "Empty Directory Removed."},
     {"DeleteSingleFile",     false, [](auto& s) { s.AddFileName(QStringLiteral("a.txt")); s.DeleteSingleFile(); }, "File has been deleted."},
     {"RenameSingleFile",     false, [](auto& s) { s.Files = QStringList{QStringLiteral("new"), QStringLiteral("a.txt")}; s.RenameSingleFile(); }, "File Rename Complete."},
     {"ChmodSingleFile",      false, [](auto& s) { s.ChmodMask = QStringLiteral("600"); s.AddFileName(QStringLiteral("a.txt")); s.ChmodSingleFile(); }, "Chmod Command Complete."},
@@ -58,16 +68,16 @@ inline const std::vector<OperationCase> AllOperations{
     {"RestartGetSingleFile", false, [](auto& s) { s.AddFileName(QStringLiteral("b c.txt")); s.RestartGetSingleFile(); }, "File Transfer Complete."},
     {"RestartPutSingleFile", false, [](auto& s) { s.AddFileName(QStringLiteral("up.txt")); s.RestartPutSingleFile(); }, "File Transfer Complete."},
     {"GetDirList",           false, [](auto& s) { s.GetDirList(); }, "The file list has been transferred."},
-    {"GetDir",               false, [](auto& s) { s.ServerDirectory = QStringLiteral("/pub"); s.GetDir(); }, "Directory Transfer Complete."},
+    {"GetDir",               false, [](auto& s) { s.ServerDirectory = QStringLiteral("/work/pub"); s.GetDir(); }, "Directory Transfer Complete."},
     {"PutDir",               false, [](auto& s) { sendTreeOf(s); s.PutDir(); }, "Directory Transfer Complete."},
-    {"DeleteDir",            false, [](auto& s) { s.ServerDirectory = QStringLiteral("/pub"); s.DeleteDir(); }, "The directory has been deleted."},
-    {"StartGetFile",         true,  [](auto& s) { s.Files = QStringList{QStringLiteral("two.txt"), QStringLiteral("one.txt")}; s.ServerDirectory = QStringLiteral("/pub"); s.StartGetFile(); }, "File Transfer Complete."},
-    {"StartPutFile",         true,  [](auto& s) { s.Files = QStringList{QStringLiteral("b c.txt"), QStringLiteral("up.txt")}; s.StartPutFile(); }, "File Transfer Complete."},
-    {"StartDeleteFile",      true,  [](auto& s) { s.Files = QStringList{QStringLiteral("b c.txt"), QStringLiteral("a.txt")}; s.StartDeleteFile(); }, "File has been deleted."},
-    {"StartRenameFile",      true,  [](auto& s) { s.Files = QStringList{QStringLiteral("n2"), QStringLiteral("b c.txt"), QStringLiteral("n1"), QStringLiteral("a.txt")}; s.StartRenameFile(); }, "File Rename Complete."},
-    {"StartGetDirList",      true,  [](auto& s) { s.ServerDirectory = QStringLiteral("/pub"); s.StartGetDirList(); }, "The file list has been transferred."},
-    {"StartGetDir",          true,  [](auto& s) { s.ServerDirectory = QStringLiteral("/pub"); s.StartGetDir(); }, "Directory Transfer Complete."},
-    {"StartPutDir",          true,  [](auto& s) { sendTreeOf(s); s.ServerDirectory = QStringLiteral("/sent"); s.StartPutDir(); }, "Directory Transfer Complete."},
-    {"StartDeleteDir",       true,  [](auto& s) { s.ServerDirectory = QStringLiteral("pub"); s.StartDeleteDir(); }, "The directory has been deleted."},
+    {"DeleteDir",            false, [](auto& s) { s.ServerDirectory = QStringLiteral("/work/pub"); s.DeleteDir(); }, "The directory has been deleted."},
+    {"StartGetFile",         true,  [](auto& s) { s.Files = QStringList{QStringLiteral("two.txt"), QStringLiteral("one.txt")}; s.ServerDirectory = QStringLiteral("/work/pub"); s.StartGetFile(); }, "File Transfer Complete."},
+    {"StartPutFile",         true,  [](auto& s) { s.Files = QStringList{QStringLiteral("b c.txt"), QStringLiteral("up.txt")}; s.ServerDirectory = QStringLiteral("/work"); s.StartPutFile(); }, "File Transfer Complete."},
+    {"StartDeleteFile",      true,  [](auto& s) { s.Files = QStringList{QStringLiteral("b c.txt"), QStringLiteral("a.txt")}; s.ServerDirectory = QStringLiteral("/work"); s.StartDeleteFile(); }, "File has been deleted."},
+    {"StartRenameFile",      true,  [](auto& s) { s.Files = QStringList{QStringLiteral("n2"), QStringLiteral("b c.txt"), QStringLiteral("n1"), QStringLiteral("a.txt")}; s.ServerDirectory = QStringLiteral("/work"); s.StartRenameFile(); }, "File Rename Complete."},
+    {"StartGetDirList",      true,  [](auto& s) { s.ServerDirectory = QStringLiteral("/work/pub"); s.StartGetDirList(); }, "The file list has been transferred."},
+    {"StartGetDir",          true,  [](auto& s) { s.ServerDirectory = QStringLiteral("/work/pub"); s.StartGetDir(); }, "Directory Transfer Complete."},
+    {"StartPutDir",          true,  [](auto& s) { sendTreeOf(s); s.ServerDirectory = QStringLiteral("/work/sent"); s.StartPutDir(); }, "Directory Transfer Complete."},
+    {"StartDeleteDir",       true,  [](auto& s) { s.ServerDirectory = QStringLiteral("work/pub"); s.StartDeleteDir(); }, "The directory has been deleted."},
 };
 // clang-format on
