@@ -115,19 +115,20 @@ int main(int argc, char** argv) {
     QtDialogs dialogs(clock);
     Platform platform{clock, line.line(), line.ports, dialogs, demoFolders(world)};
 
-    std::optional<App> app;
-    DefaultErrorHandler errors(dialogs, [&app](const QString& text) {
-        if (app)
-            app->globals().SetStatusText(text, false);
+    Globals* log = nullptr;
+    DefaultErrorHandler errors(dialogs, [&log](const QString& text) {
+        if (log)
+            log->SetStatusText(text, false);
     });
     const auto onError = [&errors](const std::exception_ptr& error) { errors.handle(error); };
     application.setErrorHandler(onError);
-    app.emplace(platform, onError, &QApplication::quit);
-    dialogs.setMainWindow(&app->mainWindow());
+    App app(platform, onError, &QApplication::quit);
+    log = &app.globals();
+    dialogs.setMainWindow(&app.mainWindow());
     SimulatorWindow simulator(line.amplifier, line.simulated);
-    app->Event_Open();
+    app.Event_Open();
 
-    Tour tour(clock, *app, line.amplifier, options.tourFolder);
+    Tour tour(clock, app, line.amplifier, options.tourFolder);
     std::optional<Task<>> walking;
     if (!options.tourFolder.isEmpty())
         walking = tourAndQuit(tour);

@@ -60,9 +60,12 @@ double hexadecimalValue(QStringView digits) {
 
 // The digits of |value| with `decimals` places behind the point and no point.
 QByteArray roundedDigits(double value, int decimals) {
+    constexpr double WholeFrom = 1LL << 50;  // a number beyond has no digits behind the point to round
+    double scaled = std::abs(value) * std::pow(10.0, decimals);
     // Halves go away from zero as they are written in decimal, so 0.45 to one place is 0.5.
-    const double scaled = std::round(std::nextafter(std::abs(value) * std::pow(10.0, decimals), HUGE_VAL));
-    return QByteArray::number(std::min(scaled, Largest), 'f', 0);
+    if (scaled < WholeFrom)
+        scaled = std::round(std::nextafter(scaled, HUGE_VAL));
+    return QByteArray::number(scaled, 'f', 0);
 }
 
 struct Pattern {
@@ -130,6 +133,14 @@ QString Text::Trim(QStringView text) {
     while (end > begin && isTrimmed(text[end - 1]))
         --end;
     return text.mid(begin, end - begin).toString();
+}
+
+QString Text::onOneLine(QString text) {
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    for (QChar& c : text)
+        if (c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = u' ';
+    return text;
 }
 
 qsizetype Text::CountFields(QStringView text, QStringView separator) {

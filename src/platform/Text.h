@@ -28,6 +28,9 @@ QString Mid(QStringView text, qsizetype start, qsizetype count = -1);
 // Without leading and trailing white space, control codes such as Return and Enter among it.
 QString Trim(QStringView text);
 
+// Each line end becomes one blank.
+QString onOneLine(QString text);
+
 // Number of fields between separators: 1 for a text without one, 0 for an empty text.
 qsizetype CountFields(QStringView text, QStringView separator);
 // Field `number`, from 1; empty when there is none.

@@ -2,7 +2,7 @@
 // simulated clock, answered dialogs.
 #pragma once
 
-#include <optional>
+#include <memory>
 
 #include <QComboBox>
 #include <QDir>
@@ -21,6 +21,13 @@ public:
         QDir().mkpath(helpFolder());
     }
 
+    ~AppBench() {
+        quit();
+        EXPECT_EQ(errors, 0);
+        clock().advance(std::chrono::seconds(5));
+        EXPECT_EQ(clock().pendingWaits(), 0) << "something was left behind";
+    }
+
     void removeHelpFolder() { QDir(helpFolder()).removeRecursively(); }
 
     // Before start(): a preferences file as an earlier run may have left it.
@@ -32,7 +39,8 @@ public:
     }
 
     void launch() {
-        m_app.emplace(m_bench.platform, [this](const std::exception_ptr&) { ++errors; }, [this] { ++quits; });
+        m_app = std::make_unique<App>(
+            m_bench.platform, [this](const std::exception_ptr&) { ++errors; }, [this] { ++quits; });
         m_app->Event_Open();
     }
 
@@ -44,7 +52,8 @@ public:
     }
 
     void quit() {
-        window().close();
+        if (m_app)
+            window().close();
         m_app.reset();
     }
 
@@ -78,5 +87,5 @@ private:
     QString helpFolder() const { return m_bench.platform.folders.executable + QStringLiteral("/Help"); }
 
     AmplifierBench m_bench;
-    std::optional<App> m_app;
+    std::unique_ptr<App> m_app;
 };

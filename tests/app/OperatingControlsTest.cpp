@@ -122,4 +122,13 @@ TEST(OperatingControlsTest, NoPollCommandFollowsTheSwitch) {
     EXPECT_EQ(bench.port.written(), "^on0;");
 }
 
+TEST(OperatingControlsTest, SwitchInTheMiddleOfEnteringTheTabHoldsTheDataHandlerOut) {
+    Operated bench;
+    bench.monitor.enterOperateTab();
+    const Task<> task = bench.controls.OnOff_Action();
+    EXPECT_TRUE(bench.window.mStartup);
+    EXPECT_TRUE(bench.clock.run(task));
+    EXPECT_FALSE(bench.window.mStartup);
+}
+
 }  // namespace

@@ -146,4 +146,24 @@ TEST(PortSelectionTest, LostPortIsToldOnceAndComesBackWithARefresh) {
     EXPECT_EQ(bench.dialogs.shown.size(), 1);
 }
 
+TEST(PortSelectionTest, AnotherDeviceAtTheLostPortsPlaceIsLeftAlone) {
+    Selected bench;
+    bench.start(1);
+    bench.port.Lost = [&bench](const QString& reason) { bench.run(bench.selection.Serial1_Lost(reason)); };
+    bench.port.unplug();
+    bench.clock.advance(std::chrono::seconds(1));
+    bench.port.replug();
+    bench.ports.ports[1] = {QStringLiteral("ttyUSB1"), QStringLiteral("/dev/ttyUSB1")};
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_EQ(bench.openPort(), QString());
+    // Back at another place of the list, it is found by its path.
+    bench.ports.ports.insert(bench.ports.ports.begin(),
+                             {QStringLiteral("ttyACM0"), QStringLiteral("/dev/ttyACM0")});
+    bench.ports.ports.push_back({QStringLiteral("ttyUSB0"), QStringLiteral("/dev/ttyUSB0")});
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    EXPECT_EQ(bench.window.m_Port, 3);
+    EXPECT_EQ(bench.panel.index, 3);
+}
+
 }  // namespace

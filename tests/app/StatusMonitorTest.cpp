@@ -298,4 +298,30 @@ TEST(StatusMonitorTest, SynchronousExchangeTakesOnlyTheExactLength) {
     }
 }
 
+TEST(StatusMonitorTest, AnswersThatComeBeforeTheBurstIsSentAreNotKeptBack) {
+    Monitored bench;
+    bench.amplifier.setInstantLine(true);
+    bench.port.setInstantLine(true);
+    bench.monitor.enterOperateTab();
+    bench.clock.advance(50ms);
+    EXPECT_FALSE(bench.panel.at(ReadOut::PAVoltage).isEmpty());
+    EXPECT_TRUE(bench.port.LookAhead().isEmpty());
+}
+
+TEST(StatusMonitorTest, BacklogOfAFloodIsTakenInTurns) {
+    Monitored bench;
+    bench.window.mStartup = true;  // as on another tab: nobody reads
+    bench.amplifier.setInstantLine(true);
+    bench.amplifier.emitNoise(QByteArray("^BN00;^OS1;^BN10;^OS0;").repeated(10000));
+    bench.clock.advance(1s);
+    ASSERT_EQ(bench.port.LookAhead().size(), 220000);
+    bench.window.mStartup = false;
+    bench.monitor.takeReceived();
+    EXPECT_EQ(bench.port.LookAhead().size(), 220000 - StatusMonitor::TurnLimit);
+    bench.clock.advance(1s);
+    EXPECT_TRUE(bench.port.LookAhead().isEmpty());
+    EXPECT_EQ(bench.panel.band, 10);
+    EXPECT_EQ(bench.clock.pendingWaits(), 0);
+}
+
 }  // namespace

@@ -1,6 +1,8 @@
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMenu>
 
 #include <gtest/gtest.h>
 
@@ -147,6 +149,72 @@ TEST(TesterTest, UnknownAmplifierCannotBeSentTo) {
     EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("ClearButton"))->isEnabled());
     EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("CommandMacroButton7"))->isEnabled());
     EXPECT_TRUE(bench.control<QPushButton>(QStringLiteral("EditMacrosButton"))->isEnabled());
+}
+
+TEST(TesterTest, ShortcutsInTheFieldSendNothing) {
+    TesterBench bench;
+    typeText(*bench.field(), QStringLiteral("abc"));
+    typeKey(*bench.field(), QStringLiteral("\x03"), Qt::Key_C, Qt::ControlModifier);
+    typeKey(*bench.field(), QStringLiteral("\r"), Qt::Key_M, Qt::ControlModifier);
+    typeKey(*bench.field(), QStringLiteral(";"), Qt::Key_Semicolon, Qt::ControlModifier);
+    EXPECT_EQ(bench.port().written(), QByteArray());
+    EXPECT_EQ(bench.field()->text(), QStringLiteral("abc"));
+}
+
+TEST(TesterTest, BacklogIsShownInPiecesAndStaysSmall) {
+    TesterBench bench;
+    bench.chooseTab(Tab::Configuration);
+    bench.amplifier().emitNoise(QByteArray(200000, '\xff'));
+    bench.clock().advance(1min);
+    bench.chooseTab(Tab::CommandTester);
+    bench.amplifier().emitNoise("!");
+    for (int step = 0; step < 60; ++step) {
+        bench.clock().advance(50ms);
+        ASSERT_LE(bench.terminal()->document()->characterCount(), 50000);
+    }
+    EXPECT_TRUE(bench.port().LookAhead().isEmpty());
+}
+
+TEST(TesterTest, ContextMenuKeepsItsSelectionWhileAnswersArrive) {
+    TesterBench bench;
+    bench.terminal()->setPlainText(QStringLiteral("first second"));
+    QContextMenuEvent click(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+    QApplication::sendEvent(bench.terminal()->viewport(), &click);
+    auto* menu = child<QMenu>(*bench.terminal(), QString());
+    EXPECT_FALSE(menu->actions().at(0)->isEnabled());
+    delete menu;
+
+    QTextCursor first(bench.terminal()->document());
+    first.setPosition(5, QTextCursor::KeepAnchor);
+    bench.terminal()->setTextCursor(first);
+    QApplication::sendEvent(bench.terminal()->viewport(), &click);
+    menu = child<QMenu>(*bench.terminal(), QString());
+    QStringList captions;
+    for (const QAction* action : menu->actions())
+        captions += action->text();
+    EXPECT_EQ(captions, (QStringList{"Copy", "Cut", "Delete"}));
+    bench.amplifier().emitNoise("!");
+    bench.clock().advance(100ms);
+    menu->actions().at(1)->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("first"));
+    EXPECT_EQ(bench.terminal()->toPlainText(), QStringLiteral(" second!"));
+}
+
+TEST(TesterTest, MacroCommandsHaveTheirOwnShortcuts) {
+    TesterBench bench;
+    bench.press(QStringLiteral("EditMacrosButton"));
+    auto* editor = child<QDialog>(bench.window(), QStringLiteral("CommandMacroWin"));
+    auto* command = child<QLineEdit>(*editor, QStringLiteral("MacroCommand3"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("^BN05;\n^BN;"));
+    typeKey(*command, {}, Qt::Key_V, Qt::ControlModifier);
+    typeKey(*command, {}, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(command->selectedText().size(), command->text().size());
+    typeKey(*command, {}, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(command->text(), QString());
+    typeKey(*command, {}, Qt::Key_V, Qt::ControlModifier);
+    child<QPushButton>(*editor, QStringLiteral("BevelButton1"))->click();
+    bench.press(QStringLiteral("CommandMacroButton3"));
+    EXPECT_EQ(bench.port().written(), "^BN05; ^BN;");
 }
 
 }  // namespace

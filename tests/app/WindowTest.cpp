@@ -1,8 +1,9 @@
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLineEdit>
-#include <QScrollBar>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -126,6 +127,51 @@ TEST(WindowTest, LogKeepsItsShortcutsAndStaysReadOnly) {
     EXPECT_EQ(log->toPlainText(), QString());
     typeText(*log, QStringLiteral("x"));
     EXPECT_EQ(log->toPlainText(), QString());
+}
+
+TEST(WindowTest, AboutHasItsSizeAndClosesByAClick) {
+    AppBench bench;
+    bench.start();
+    auto* item = bench.window().findChild<QAction*>(QStringLiteral("HelpAboutVLXUtil"));
+    item->trigger();
+    auto* about = child<QDialog>(bench.window(), QStringLiteral("AboutWindow"));
+    EXPECT_EQ(about->size(), QSize(398, 213));
+    EXPECT_EQ(child<QLabel>(*about, QStringLiteral("VersionText"))->text(), QStringLiteral("Version 1.0"));
+    QTest::mouseClick(child<QLabel>(*about, QStringLiteral("VersionText")), Qt::LeftButton);
+    EXPECT_FALSE(about->isVisible());
+}
+
+TEST(WindowTest, LogShortcutsActFromWhereverTheFocusIs) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Firmware);
+    auto* log = bench.control<QTextEdit>(QStringLiteral("StatusField"));
+    for (QWidget* focused :
+         {static_cast<QWidget*>(bench.control<QLineEdit>(QStringLiteral("FolderPath"))),
+          static_cast<QWidget*>(bench.control<QPushButton>(QStringLiteral("GetRevButton"))),
+          static_cast<QWidget*>(bench.control<QTabWidget>(QStringLiteral("TabPanel1")))}) {
+        log->setPlainText(QStringLiteral("the log"));
+        typeKey(*focused, {}, Qt::Key_A, Qt::ControlModifier);
+        EXPECT_EQ(log->textCursor().selectedText(), QStringLiteral("the log"))
+            << focused->objectName().toStdString();
+        typeKey(*focused, {}, Qt::Key_X, Qt::ControlModifier);
+        EXPECT_EQ(log->toPlainText(), QString()) << focused->objectName().toStdString();
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("the log"));
+    }
+}
+
+TEST(WindowTest, OnlyOneFlowOfTheFirmwareTabRunsAtATime) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Firmware);
+    bench.control<QPushButton>(QStringLiteral("GetRevButton"))->setFocus();
+    bench.port().clearWritten();
+    bench.press(QStringLiteral("GetRevButton"));
+    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("DefaultButton"))->isEnabled());
+    bench.press(QStringLiteral("DefaultButton"));
+    bench.clock().advance(5s);
+    EXPECT_EQ(bench.port().written(), ";;;;;;I;^RVM;");
+    EXPECT_EQ(bench.window().focusWidget(), bench.control<QPushButton>(QStringLiteral("GetRevButton")));
 }
 
 }  // namespace

@@ -2,27 +2,26 @@
 
 #include <QSysInfo>
 
-namespace {
+#include "Text.h"
 
-// "Debian GNU/Linux 12 (bookworm)" carries its release name between parentheses.
-QString releaseName(const QString& prettyName) {
-    const qsizetype open = prettyName.lastIndexOf(u'(');
-    const qsizetype close = prettyName.lastIndexOf(u')');
-    return open >= 0 && close > open ? prettyName.mid(open + 1, close - open - 1) : QString();
+QString systemVersionLine(const QString& prettyName, const QString& type, const QString& version) {
+    // "Debian GNU/Linux 12 (bookworm)": system, version, and the release's name between parentheses. Some
+    // systems put the name before and the version between the parentheses: "macOS Ventura (13.2)".
+    const QString before = Text::Trim(Text::NthField(prettyName, u"(", 1));
+    const QString between = Text::NthField(Text::NthField(prettyName, u"(", 2), u")", 1);
+    QString system = type;
+    QString name = between;
+    if (!version.isEmpty() && between == version) {
+        system = Text::NthField(before, u" ", 1);
+        name = Text::Mid(before, system.size() + 2);
+    } else if (!version.isEmpty() && before.endsWith(u' ' + version)) {
+        system = before.chopped(version.size() + 1);
+    }
+    return QStringLiteral("%1 Version %2 (%3)").arg(system, version, name);
 }
-
-QString systemName(const QString& prettyName) {
-    const QString version = QSysInfo::productVersion();
-    const qsizetype versionAt = prettyName.indexOf(u' ' + version);
-    return versionAt > 0 ? prettyName.left(versionAt) : QSysInfo::productType();
-}
-
-}  // namespace
 
 void GetOSVersion(Globals& globals) {
-    const QString prettyName = QSysInfo::prettyProductName();
     globals.SetStatusText(
-        QStringLiteral("%1 Version %2 (%3)")
-            .arg(systemName(prettyName), QSysInfo::productVersion(), releaseName(prettyName)),
+        systemVersionLine(QSysInfo::prettyProductName(), QSysInfo::productType(), QSysInfo::productVersion()),
         false);
 }

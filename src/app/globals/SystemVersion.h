@@ -3,5 +3,9 @@
 
 #include "Globals.h"
 
-// Logs "<system> Version <version> (<name>)", not as trace.
+// "<system> Version <version> (<name>)" from what the system tells of itself: its full name, and the short
+// names of system and version.
+QString systemVersionLine(const QString& prettyName, const QString& type, const QString& version);
+
+// Logs that line, not as trace.
 void GetOSVersion(Globals& globals);

@@ -2,17 +2,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include "Text.h"
 
 namespace {
-
-QString onOneLine(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-        .replace(u'\r', u' ')
-        .replace(u'\n', u' ');
-}
 
 QString booleanText(bool value) {
     return value ? QStringLiteral("true") : QStringLiteral("false");
@@ -24,12 +19,17 @@ void REALEasyPrefs::InitPrefFile(const QString& fileName) {
     QDir().mkpath(m_folder);
     prefFile = m_folder + u'/' + fileName;
     QFile file(prefFile);
-    if (file.exists()) {
-        if (file.open(QIODevice::ReadOnly))
-            readEntries(QString::fromUtf8(file.read(FileLimit)));
-    } else {
+    if (!file.exists()) {
         file.open(QIODevice::WriteOnly);
+        return;
     }
+    // A pipe in its place would be waited for.
+    if (!QFileInfo(prefFile).isFile() || !file.open(QIODevice::ReadOnly))
+        return;
+    QByteArray bytes = file.read(FileLimit);
+    if (!file.atEnd())
+        bytes.truncate(bytes.lastIndexOf('\n') + 1);
+    readEntries(QString::fromUtf8(bytes));
 }
 
 void REALEasyPrefs::readEntries(const QString& text) {
@@ -69,10 +69,10 @@ bool REALEasyPrefs::GetPrefBoolean(const QString& name, bool otherwise) const {
 void REALEasyPrefs::SetPrefString(const QString& name, const QString& value) {
     const qsizetype index = indexOf(name);
     if (index > 0) {
-        prefItems[index] = onOneLine(value);
+        prefItems[index] = Text::onOneLine(value);
     } else {
         prefNames += name;
-        prefItems += onOneLine(value);
+        prefItems += Text::onOneLine(value);
     }
 }
 

@@ -22,8 +22,8 @@ void OperatingControls::BandSelected_Action(int band) {
 
 Task<> OperatingControls::OnOff_Action() {
     const auto guard = m_line.take();
-    const StartupSpan keepsDataHandlerOut(m_window);
     m_monitor.stopPoll();
+    const StartupSpan keepsDataHandlerOut(m_window);
     if (Text::equal(m_panel.onOffCaption(), u"OFF"))
         co_await switchOff();
     else

@@ -1,5 +1,7 @@
 #include "PortSelection.h"
 
+#include <algorithm>
+
 #include "Text.h"
 
 void PortSelection::fillMenu() {
@@ -48,18 +50,38 @@ Task<> PortSelection::SerialPortMenu_Change(int index) {
     co_await reopen(m_rows.at(static_cast<std::size_t>(index)));
 }
 
+Task<> PortSelection::serialPortMenuChosenAgain(int index) {
+    if (!Serial1.isOpen())
+        co_await SerialPortMenu_Change(index);
+}
+
 Task<> PortSelection::RefreshPortsButton_Action() {
     {
         const StartupSpan rebuilding(m_window);
         fillMenu();
         m_panel.setSerialPortMenuIndex(m_window.m_Port);
     }
-    if (!m_isLost)
-        co_return;
-    if (m_globals.m_PortCheck)
+    if (m_isLost)
+        co_await reopenLostPort();
+}
+
+// The very port that had gone: what now stands at its index may be another device.
+Task<> PortSelection::reopenLostPort() {
+    if (m_globals.m_PortCheck) {
         co_await openByName();
-    else if (static_cast<std::size_t>(m_window.m_Port) < m_rows.size())
-        co_await reopen(m_rows[static_cast<std::size_t>(m_window.m_Port)]);
+        co_return;
+    }
+    const QString lostPath = Serial1.serialPort().path;
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(),
+                                  [&lostPath](const PortInfo& port) { return port.path == lostPath; });
+    if (row == m_rows.end())
+        co_return;
+    m_window.m_Port = static_cast<std::int32_t>(row - m_rows.begin());
+    {
+        const StartupSpan rebuilding(m_window);
+        m_panel.setSerialPortMenuIndex(m_window.m_Port);
+    }
+    co_await reopen(*row);
 }
 
 Task<> PortSelection::PortCheck_Action(bool checked) {
@@ -67,7 +89,12 @@ Task<> PortSelection::PortCheck_Action(bool checked) {
     if (checked && !m_window.mStartup)
         co_await openByName();
     else
-        Serial1.Close();
+        closeOnPurpose();
+}
+
+void PortSelection::closeOnPurpose() {
+    m_isLost = false;
+    Serial1.Close();
 }
 
 void PortSelection::PortField_TextChange(QString text) {
@@ -86,7 +113,7 @@ Task<> PortSelection::PortField_LostFocus() {
         co_await openByName();
     } else {
         m_window.bPortFieldChange = false;
-        Serial1.Close();
+        closeOnPurpose();
     }
 }
 

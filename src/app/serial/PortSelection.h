@@ -24,7 +24,10 @@ public:
     Task<> openAtStart();
 
     Task<> SerialPortMenu_Change(int index);
-    // Fills the list anew. A port that is open stays so; one that had gone is opened again.
+    // The present row once more: another try, if its port is not open.
+    Task<> serialPortMenuChosenAgain(int index);
+    void SerialPortMenu_Close(int index) { m_window.m_Port = index; }
+    // Fills the list anew. A port that is open stays so; one that had gone is opened again if it is back.
     Task<> RefreshPortsButton_Action();
     Task<> PortCheck_Action(bool checked);
     void PortField_TextChange(QString text);
@@ -37,7 +40,9 @@ private:
     Task<> reopen(PortInfo port);
     Task<> openByName();
     void logOpenFailure();
+    void closeOnPurpose();
     void fillMenu();
+    Task<> reopenLostPort();
 
     PortList& m_ports;
     Dialogs& m_dialogs;

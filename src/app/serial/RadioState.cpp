@@ -15,7 +15,7 @@ constexpr Ticks ProbeLimit{20};
 constexpr Ticks IdentifyLimit{60};
 constexpr Ticks AnswerLimit{60};
 constexpr qsizetype IdentifyLength = 9;
-const QByteArray BootloaderIdentity = QByteArrayLiteral("VLX720");
+const QString BootloaderIdentity = QStringLiteral("VLX720");
 const QString NoVersion = QStringLiteral("99.99");
 constexpr double NoVersionNumber = 9999;
 
@@ -70,7 +70,7 @@ Task<bool> RadioState::SenseStatus(std::int32_t retries) {
     QByteArray answer;
     co_await collect(answer, IdentifyLimit,
                      [](const QByteArray& bytes) { return bytes.size() >= IdentifyLength; });
-    const bool isBootloader = answer.startsWith(BootloaderIdentity);
+    const bool isBootloader = Text::StrComp(Text::Left(Text::fromLine(answer), 6), BootloaderIdentity) == 0;
     co_return setStatus(isBootloader ? FirmwareStatus::SensedBootLoader : FirmwareStatus::Main);
 }
 

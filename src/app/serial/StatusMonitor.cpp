@@ -25,7 +25,8 @@ StatusMonitor::StatusMonitor(Platform& platform, Globals& globals, LineOwner& li
       m_line(line),
       m_window(window),
       m_panel(panel),
-      Timer1(platform.clock, PollPeriod, [this] { Timer1_Action(); }) {}
+      Timer1(platform.clock, PollPeriod, [this] { Timer1_Action(); }),
+      m_offer(platform.clock, Clock::Microseconds{0}, [this] { offerReceived(); }) {}
 
 void StatusMonitor::enterOperateTab() {
     stopPoll();
@@ -40,10 +41,18 @@ Task<> StatusMonitor::enter() {
     co_await sendPoll();
     m_panel.setOnOffCaption(m_globals.isMain() ? QStringLiteral("OFF") : QStringLiteral("ON"));
     startTimer();
+    // What was answered meanwhile was kept from the data handler.
+    m_offer.start(ClockTimer::Mode::Single);
+}
+
+void StatusMonitor::offerReceived() {
+    if (Serial1.DataAvailable && !Serial1.LookAhead().isEmpty())
+        Serial1.DataAvailable();
 }
 
 void StatusMonitor::stopPoll() {
     Timer1.stop();
+    m_offer.stop();
     m_sending.reset();
 }
 
@@ -66,8 +75,10 @@ Task<> StatusMonitor::sendPoll() {
 }
 
 void StatusMonitor::takeReceived() {
-    m_globals.m_VLXdata += Text::fromLine(Serial1.ReadAll());
+    m_globals.m_VLXdata += Text::fromLine(Serial1.Read(TurnLimit));
     processVLXdata();
+    if (!Serial1.LookAhead().isEmpty())
+        m_offer.start(ClockTimer::Mode::Single);
 }
 
 void StatusMonitor::discardReceived() {

@@ -1,7 +1,6 @@
 // The poll of the "Operate" tab, and what its answers change on the panel.
 #pragma once
 
-#include <functional>
 #include <optional>
 
 #include "Globals.h"
@@ -15,8 +14,9 @@ public:
     // What m_VLXdata keeps of a text without a ";" at most, in characters; the oldest go first.
     static constexpr qsizetype UnfinishedLimit = 1 << 20;
     static constexpr std::chrono::milliseconds PollPeriod{1000};
-
-    using ErrorHandler = std::function<void(std::exception_ptr)>;
+    // What is parsed in one turn of the event loop at most, in bytes. A second's answers have about fifty;
+    // more lies in the port only when it was flooded while another tab was shown.
+    static constexpr qsizetype TurnLimit = 1024;
 
     StatusMonitor(Platform& platform, Globals& globals, LineOwner& line, WindowState& window,
                   OperatePanel& panel);
@@ -29,7 +29,8 @@ public:
     void startTimer() { Timer1.start(ClockTimer::Mode::Repeating); }
     bool isPolling() const { return Timer1.isOn(); }
 
-    // Bytes have come while the "Operate" tab is shown.
+    // Bytes have come while the "Operate" tab is shown. Those past TurnLimit are offered again by
+    // DataAvailable.
     void takeReceived();
     // Parses m_VLXdata and updates the panel; the unfinished tail stays.
     void processVLXdata();
@@ -51,6 +52,7 @@ private:
     enum class Source { Stream, Exchange };
 
     void Timer1_Action();
+    void offerReceived();
     Task<> sendPoll();
     Task<> enter();
     void dispatch(const QString& field, Source source);
@@ -68,5 +70,6 @@ private:
     WindowState& m_window;
     OperatePanel& m_panel;
     ClockTimer Timer1;
+    ClockTimer m_offer;
     std::optional<Task<>> m_sending;
 };

@@ -1,5 +1,6 @@
 #include "AboutWindow.h"
 
+#include <QFontInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QIcon>
@@ -22,7 +23,7 @@ AboutWindow::AboutWindow(QWidget* parent) : QDialog(parent) {
     icon->setPixmap(windowIcon().pixmap(64, 64));
     auto* name = new QLabel(QStringLiteral("Tessarin VLX Utility"));
     QFont large = name->font();
-    large.setPointSizeF(large.pointSizeF() * 1.4);
+    large.setPointSizeF(QFontInfo(large).pointSizeF() * 1.4);
     large.setBold(true);
     name->setFont(large);
     grid->addWidget(icon, 0, 0, 3, 1, Qt::AlignTop);
@@ -30,9 +31,10 @@ AboutWindow::AboutWindow(QWidget* parent) : QDialog(parent) {
     grid->addWidget(named(new QLabel(QStringLiteral("Version ") + ShortVersion()),
                           QStringLiteral("VersionText"), tr("Version")),
                     1, 1);
-    auto* credits = new QLabel(tr("Operates the VLX720 RF power amplifier, keeps its firmware and its\n"
+    auto* credits = new QLabel(tr("Operates the VLX720 RF power amplifier, keeps its firmware and its "
                                   "configuration. Built with Qt %1.")
                                    .arg(QString::fromLatin1(qVersion())));
+    credits->setWordWrap(true);
     grid->addWidget(credits, 2, 1);
     grid->setColumnStretch(1, 1);
 

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int InitWinOffset = 200;
 constexpr int TabCount = 5;
+constexpr std::chrono::milliseconds EndLookStep{50};
 
 }  // namespace
 
@@ -45,18 +46,21 @@ App::App(Platform& platform, Flows::ErrorHandler onError, std::function<void()> 
                  m_versions, m_monitor, m_controls,    m_firmwareFolder, m_sendFirmware, m_memoryTools} {
     m_window1.attach(m_services);
     m_window1.mayClose = [this] { return mayClose(); };
-    QObject::connect(&m_window1, &Window1::Event_Close, &m_window1, [this] { Event_Close(); });
+    QObject::connect(&m_window1, &Window1::Event_Close, &m_window1, [this] { Window1_Event_Close(); });
     QObject::connect(&m_initWin, &initWin::closedByUser, &m_initWin, [this] { m_quit(); });
 }
 
-App::~App() = default;
+App::~App() {
+    m_flows.cancelAll();
+    m_window1.detach();
+}
 
 void App::Event_Open() {
-    m_flows.start(openWindow());
+    m_flows.start(Window1_Event_Open());
 }
 
 // The order of these steps is fixed: each leaves what a later one finds.
-Task<> App::openWindow() {
+Task<> App::Window1_Event_Open() {
     m_ports.SerialPortMenu_Open();
     m_window1.setWindowTitle(QStringLiteral("Tessarin VLX Utility Version ") + ShortVersion());
     readPreferences();
@@ -76,9 +80,9 @@ Task<> App::openWindow() {
     co_await openPortAndSense();
     m_window1.setTab(m_globals.m_TabPanel);
     m_windowState.mStartup = false;
+    m_window1.show();
     // Hidden, not closed: the program ends when its last window closes.
     m_initWin.hide();
-    m_window1.show();
 }
 
 void App::readPreferences() {
@@ -121,19 +125,25 @@ Task<bool> App::LoadMcu() {
     return ::LoadMcu(m_platform.clock, m_globals, m_loader, m_versionedFilename, m_window1);
 }
 
-// A load and a memory write end first: given up half way, they would leave the amplifier half written.
-bool App::mayClose() {
-    if (m_memoryTools.isWriting())
-        m_flows.start(closeAfterWriting());
-    return !m_memoryTools.isWriting() && !m_globals.m_loadingfirmware;
+// Given up half way, a load or a memory write would leave the amplifier half written.
+bool App::mustEndFirst() const {
+    return m_globals.m_loadingfirmware || m_memoryTools.isWriting();
 }
 
-Task<> App::closeAfterWriting() {
-    co_await m_memoryTools.waitForWriteEnd();
+bool App::mayClose() {
+    if (!mustEndFirst())
+        return true;
+    m_flows.start(closeWhenEnded());
+    return false;
+}
+
+Task<> App::closeWhenEnded() {
+    while (mustEndFirst())
+        co_await m_platform.clock.sleep(EndLookStep);
     m_closing.start(ClockTimer::Mode::Single);
 }
 
-void App::Event_Close() {
+void App::Window1_Event_Close() {
     saveGeometry(m_window1, m_prefs);
     m_prefs.SetPrefNumber(QStringLiteral("Tab"), m_globals.m_TabPanel);
     m_prefs.SetPrefString(QStringLiteral("FolderPath"), m_globals.m_FolderPath);
@@ -145,4 +155,5 @@ void App::Event_Close() {
     m_prefs.WritePrefsFile();
     m_monitor.stopPoll();
     m_flows.cancelAll();
+    m_ports.SerialPortMenu_Close(m_window1.portTab().serialPortMenuIndex());
 }

@@ -39,15 +39,16 @@ public:
     StatusMonitor& monitor() { return m_monitor; }
 
 private:
-    Task<> openWindow();
+    Task<> Window1_Event_Open();
     void readPreferences();
     bool hasHelpFolder() const;
     void showInitWin();
     Task<> openPortAndSense();
     Task<bool> LoadMcu();
-    void Event_Close();
+    void Window1_Event_Close();
+    bool mustEndFirst() const;
     bool mayClose();
-    Task<> closeAfterWriting();
+    Task<> closeWhenEnded();
 
     Platform& m_platform;
     std::function<void()> m_quit;

@@ -13,18 +13,7 @@
 #include <QVBoxLayout>
 
 #include "Naming.h"
-
-namespace {
-
-// Pasted line ends have no place in a macro: each becomes a blank.
-QString onOneLine(QString text) {
-    for (QChar& c : text)
-        if (c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
-            c = u' ';
-    return text;
-}
-
-}  // namespace
+#include "Text.h"
 
 CommandMacroWin::CommandMacroWin(Macros& macros, QWidget* parent)
     : QDialog(parent),
@@ -79,9 +68,10 @@ void CommandMacroWin::Event_Open() {
 }
 
 void CommandMacroWin::BevelButton1_Action() {
+    // Pasted line ends have no place in a macro.
     for (std::size_t row = 0; row < Macros::Count; ++row) {
-        m_macros.mCommandMacroButtonText[row] = onOneLine(MacroField[row]->text());
-        m_macros.mCommandMacroCommandText[row] = onOneLine(MacroCommand[row]->text());
+        m_macros.mCommandMacroButtonText[row] = Text::onOneLine(MacroField[row]->text());
+        m_macros.mCommandMacroCommandText[row] = Text::onOneLine(MacroCommand[row]->text());
     }
     Q_EMIT saved();
     accept();

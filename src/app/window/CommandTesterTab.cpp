@@ -19,8 +19,11 @@ namespace {
 
 constexpr int MacroColumns = 5;
 
-bool isSendKey(const QString& key) {
-    return key == u"\r" || key == u"\x03" || key == u";";
+// Return, Enter or a semicolon; not a shortcut, whatever code that gives.
+bool isSendKey(const QKeyEvent& event) {
+    if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0)
+        return false;
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.text() == u";";
 }
 
 }  // namespace
@@ -84,7 +87,6 @@ void CommandTesterTab::showMacroCaptions() {
         const QString caption = m_macros.mCommandMacroButtonText[index];
         CommandMacroButton[index]->setText(
             Text::ReplaceAllB(caption, QStringLiteral("&"), QStringLiteral("&&")));
-        CommandMacroButton[index]->setToolTip(m_macros.mCommandMacroCommandText[index]);
     }
 }
 
@@ -99,14 +101,14 @@ void CommandTesterTab::enterTab(bool canSend) {
 
 bool CommandTesterTab::eventFilter(QObject* watched, QEvent* event) {
     if (watched == TesterField && event->type() == QEvent::KeyPress)
-        return TesterField_KeyDown(static_cast<const QKeyEvent*>(event)->text());
+        return TesterField_KeyDown(*static_cast<const QKeyEvent*>(event));
     return QWidget::eventFilter(watched, event);
 }
 
-bool CommandTesterTab::TesterField_KeyDown(const QString& key) {
-    if (!isSendKey(key))
+bool CommandTesterTab::TesterField_KeyDown(const QKeyEvent& event) {
+    if (!isSendKey(event))
         return false;
-    const QString typed = TesterField->text() + key;
+    const QString typed = TesterField->text() + event.text();
     m_terminal->insertSent(u'\n' + typed);
     Serial1.Write(Text::toLine(Text::Trim(typed)));
     TesterField->clear();
@@ -128,6 +130,6 @@ void CommandTesterTab::ClearButton_Action() {
 void CommandTesterTab::takeReceived() {
     if (m_rest.isOn())
         return;
-    m_terminal->appendReceived(spellOut(Serial1.ReadAll()));
+    m_terminal->appendReceived(spellOut(Serial1.Read(ShowLimit)));
     m_rest.start(ClockTimer::Mode::Single);
 }

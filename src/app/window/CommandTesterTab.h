@@ -8,6 +8,7 @@
 #include "Clock.h"
 #include "Macros.h"
 
+class QKeyEvent;
 class QLineEdit;
 class QPushButton;
 class SerialPort;
@@ -17,6 +18,8 @@ class CommandTesterTab final : public QWidget {
     Q_OBJECT
 
 public:
+    // What is shown at once of what has come, in bytes.
+    static constexpr qsizetype ShowLimit = 4000;
     // The least time between two arrivals that are shown: laying out the terminal anew takes its time.
     static constexpr std::chrono::milliseconds ShowPeriod{50};
 
@@ -37,7 +40,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool TesterField_KeyDown(const QString& key);
+    bool TesterField_KeyDown(const QKeyEvent& event);
     void CommandMacroButton_Action(int index) { ProcessCommandMacro(index); }
     void ProcessCommandMacro(int index);
     void ClearButton_Action();

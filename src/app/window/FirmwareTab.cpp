@@ -26,7 +26,6 @@ QLabel* versionLabel(const QString& text, const QString& systemName, const QStri
     QFont large = label->font();
     large.setBold(true);
     label->setFont(large);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }
 
@@ -67,6 +66,7 @@ FirmwareTab::FirmwareTab()
     connect(BrowseButton, &QPushButton::clicked, this, &FirmwareTab::BrowseButton_Action);
     connect(GetRevButton, &QPushButton::clicked, this, &FirmwareTab::GetRevButton_Action);
     connect(SendVLXButton, &QPushButton::clicked, this, &FirmwareTab::SendVLXButton_Action);
+    connect(StatusField, &LogField::textChanged, this, &FirmwareTab::StatusField_TextChange);
 }
 
 QWidget* FirmwareTab::folderGroup() {
@@ -139,27 +139,34 @@ void FirmwareTab::setGetRevButtonEnabled(bool enabled) {
 }
 
 void FirmwareTab::moveStatusFieldToEnd() {
-    StatusField->moveCursor(QTextCursor::End);
+    StatusField_TextChange();
 }
 
 bool FirmwareTab::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress)
-        statusFieldShortcut(*static_cast<const QKeyEvent*>(event));
+    // FolderPath would take the keys for itself.
+    if (event->type() == QEvent::KeyPress && Event_KeyDown(*static_cast<const QKeyEvent*>(event)))
+        return true;
     return QWidget::eventFilter(watched, event);
 }
 
-void FirmwareTab::keyPressEvent(QKeyEvent* event) {
-    statusFieldShortcut(*event);
-    QWidget::keyPressEvent(event);
-}
-
-void FirmwareTab::statusFieldShortcut(const QKeyEvent& event) {
+bool FirmwareTab::Event_KeyDown(const QKeyEvent& event) {
     if (event.modifiers() != Qt::ControlModifier)
-        return;
-    if (event.key() == Qt::Key_A)
+        return false;
+    if (event.key() == Qt::Key_A) {
         StatusField->selectAll();
-    else if (event.key() == Qt::Key_C)
+        return true;
+    }
+    const bool hasSelection = StatusField->hasSelection();
+    if (event.key() == Qt::Key_C)
         StatusField->copySelection();
     else if (event.key() == Qt::Key_X)
         StatusField->cutSelection();
+    else
+        return false;
+    return hasSelection;
+}
+
+// The insertion point stays at the end, so that the log scrolls along.
+void FirmwareTab::StatusField_TextChange() {
+    StatusField->moveCursor(QTextCursor::End);
 }

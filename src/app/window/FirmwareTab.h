@@ -29,6 +29,10 @@ public:
 
     LogField& statusField() { return *StatusField; }
 
+    // With the shortcut key "a", "c" and "x" act on the log, wherever the focus is on this tab. True when
+    // the log has taken the key.
+    bool Event_KeyDown(const QKeyEvent& event);
+
 Q_SIGNALS:
     void DefaultButton_Action();
     void BrowseButton_Action();
@@ -36,16 +40,14 @@ Q_SIGNALS:
     void SendVLXButton_Action();
 
 protected:
-    // Select all, copy and cut of the log answer from wherever the focus is on this tab.
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QWidget* folderGroup();
     QWidget* checkGroup();
     QWidget* versionGroup();
     QWidget* logGroup();
-    void statusFieldShortcut(const QKeyEvent& event);
+    void StatusField_TextChange();
 
     QLineEdit* FolderPath;
     QPushButton* DefaultButton;

@@ -1,5 +1,6 @@
 #include "OperateTab.h"
 
+#include <QFontInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -53,7 +54,7 @@ const QColor StandbyColour(0x1E, 0x6E, 0x34);
 
 QFont scaledFont(const QWidget& widget, double factor, bool bold) {
     QFont font = widget.font();
-    font.setPointSizeF(font.pointSizeF() * factor);
+    font.setPointSizeF(QFontInfo(font).pointSizeF() * factor);
     font.setBold(bold);
     return font;
 }
@@ -193,7 +194,7 @@ void OperateTab::markBand(int band) {
 
 void OperateTab::styleBand(int band, bool isMarked) {
     QPushButton* button = BandSelected[static_cast<std::size_t>(band)];
-    QFont newFont = font();
+    QFont newFont;
     if (isMarked) {
         newFont.setPointSize(MarkedSize);
         newFont.setBold(true);

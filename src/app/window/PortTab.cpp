@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -39,21 +40,41 @@ PortTab::PortTab()
     grid->setRowStretch(5, 1);
     showByNamePort(false);
 
-    connect(SerialPortMenu, &QComboBox::currentIndexChanged, this, &PortTab::SerialPortMenu_Change);
+    connect(SerialPortMenu, &QComboBox::currentIndexChanged, this, [this](int index) {
+        m_isChangeTold = true;
+        Q_EMIT SerialPortMenu_Change(index);
+    });
+    connect(SerialPortMenu, &QComboBox::activated, this, [this](int index) {
+        if (!std::exchange(m_isChangeTold, false))
+            Q_EMIT serialPortMenuChosenAgain(index);
+    });
     connect(RefreshPortsButton, &QPushButton::clicked, this, &PortTab::RefreshPortsButton_Action);
     connect(PortCheck, &QCheckBox::toggled, this, &PortTab::PortCheck_Action);
     connect(PortField, &QLineEdit::textChanged, this, &PortTab::PortField_TextChange);
-    connect(PortField, &QLineEdit::editingFinished, this, &PortTab::PortField_LostFocus);
+    // Return is the end of an entry too, where the name is in use.
+    connect(PortField, &QLineEdit::returnPressed, this, [this] {
+        if (PortCheck->isChecked())
+            Q_EMIT PortField_LostFocus();
+    });
+    PortField->installEventFilter(this);
     connect(TestCommButtton, &QPushButton::clicked, this, &PortTab::TestCommButtton_Action);
 }
 
 void PortTab::setSerialPortMenuRows(const QStringList& names) {
     SerialPortMenu->clear();
     SerialPortMenu->addItems(names);
+    m_isChangeTold = false;
 }
 
 void PortTab::setSerialPortMenuIndex(int index) {
     SerialPortMenu->setCurrentIndex(index < SerialPortMenu->count() ? index : -1);
+    m_isChangeTold = false;
+}
+
+bool PortTab::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusOut)
+        Q_EMIT PortField_LostFocus();
+    return QWidget::eventFilter(watched, event);
 }
 
 QString PortTab::serialPortMenuText() const {

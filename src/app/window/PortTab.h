@@ -25,11 +25,16 @@ public:
 
 Q_SIGNALS:
     void SerialPortMenu_Change(int index);
+    // The row that was chosen already is chosen once more.
+    void serialPortMenuChosenAgain(int index);
     void RefreshPortsButton_Action();
     void PortCheck_Action(bool checked);
     void PortField_TextChange(const QString& text);
     void PortField_LostFocus();
     void TestCommButtton_Action();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QComboBox* SerialPortMenu;
@@ -37,4 +42,5 @@ private:
     QCheckBox* PortCheck;
     QLineEdit* PortField;
     QPushButton* TestCommButtton;
+    bool m_isChangeTold = false;
 };

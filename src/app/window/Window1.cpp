@@ -12,12 +12,12 @@
 #include "ConfigurationTab.h"
 #include "LogField.h"
 #include "Naming.h"
+#include "Placement.h"
 #include "Services.h"
 
 namespace {
 
 constexpr QSize DesignSize(615, 540);
-constexpr int MacroEditorDrop = 40;
 
 }  // namespace
 
@@ -67,10 +67,19 @@ void Window1::attach(const Services& services) {
     services.line.Changed = [this](bool isTaken) { lockTabs(isTaken); };
 }
 
+void Window1::detach() {
+    Serial1.DataAvailable = {};
+    Serial1.Lost = {};
+    m_services->line.Changed = {};
+    m_services->globals.StatusField = {};
+}
+
 void Window1::connectPortTab() {
     const Services& s = *m_services;
     connect(m_portTab, &PortTab::SerialPortMenu_Change, this,
             [&s](int index) { s.flows.start(s.ports.SerialPortMenu_Change(index)); });
+    connect(m_portTab, &PortTab::serialPortMenuChosenAgain, this,
+            [&s](int index) { s.flows.start(s.ports.serialPortMenuChosenAgain(index)); });
     connect(m_portTab, &PortTab::RefreshPortsButton_Action, this,
             [&s] { s.flows.start(s.ports.RefreshPortsButton_Action()); });
     connect(m_portTab, &PortTab::PortCheck_Action, this,
@@ -87,13 +96,13 @@ void Window1::connectPortTab() {
 void Window1::connectFirmwareTab() {
     const Services& s = *m_services;
     connect(m_firmwareTab, &FirmwareTab::DefaultButton_Action, this,
-            [&s] { s.flows.start(s.firmwareFolder.DefaultButton_Action()); });
+            [this, &s] { startAlone([&s] { return s.firmwareFolder.DefaultButton_Action(); }); });
     connect(m_firmwareTab, &FirmwareTab::BrowseButton_Action, this,
-            [&s] { s.flows.start(s.firmwareFolder.BrowseButton_Action()); });
+            [this, &s] { startAlone([&s] { return s.firmwareFolder.BrowseButton_Action(); }); });
     connect(m_firmwareTab, &FirmwareTab::GetRevButton_Action, this,
-            [&s] { s.flows.start(s.firmwareFolder.GetRevButton_Action()); });
+            [this, &s] { startAlone([&s] { return s.firmwareFolder.GetRevButton_Action(); }); });
     connect(m_firmwareTab, &FirmwareTab::SendVLXButton_Action, this,
-            [&s] { s.flows.start(s.sendFirmware.SendVLXButton_Action()); });
+            [this, &s] { startAlone([&s] { return s.sendFirmware.SendVLXButton_Action(); }); });
     s.globals.StatusField = [this](const QString& line) { m_firmwareTab->statusField().appendText(line); };
 }
 
@@ -105,7 +114,8 @@ void Window1::connectOperateTab() {
     connect(m_operateTab, &OperateTab::BandSelected_Action, this,
             [&s](int band) { s.controls.BandSelected_Action(band); });
     connect(m_operateTab, &OperateTab::OnOff_Action, this, [&s] {
-        if (!s.line.isTaken())
+        // Not while the tab is still being entered: the caption is not settled until then.
+        if (!s.line.isTaken() && !s.window.mStartup)
             s.flows.start(s.controls.OnOff_Action());
     });
 }
@@ -128,21 +138,30 @@ void Window1::connectMenu() {
     connect(m_menu.HelpAboutVLXUtil, &QAction::triggered, this, &Window1::_HelpAboutVLXUtil_Action);
 }
 
+void Window1::startAlone(std::function<Task<>()> flow) {
+    if (!m_services->line.isTaken())
+        m_services->flows.start(ownLine(std::move(flow)));
+}
+
+Task<> Window1::ownLine(std::function<Task<>()> flow) {
+    const auto guard = m_services->line.take();
+    co_await flow();
+}
+
 void Window1::setTab(int tab) {
     TabPanel1->setCurrentIndex(tab);
 }
 
 void Window1::lockTabs(bool locked) {
-    QWidget* focused = focusWidget();
+    // A disabled control loses the focus: it comes back where the user left it.
+    if (locked)
+        m_focusedBeforeLock = focusWidget();
     for (int tab = 0; tab < TabPanel1->count(); ++tab)
         TabPanel1->setTabEnabled(tab, !locked || tab == TabPanel1->currentIndex());
     m_portTab->setEnabled(!locked);
     m_firmwareTab->setEnabled(!locked);
-    // A disabled control loses the focus: it comes back where the user left it.
-    if (locked)
-        setProperty("focusedBeforeLock", QVariant::fromValue(focused));
-    else if (auto* before = property("focusedBeforeLock").value<QWidget*>(); before && !focused)
-        before->setFocus();
+    if (!locked && m_focusedBeforeLock)
+        m_focusedBeforeLock->setFocus();
 }
 
 void Window1::setTabPanelEnabled(bool enabled) {
@@ -207,7 +226,7 @@ CommandMacroWin* Window1::openMacroEditor() {
 
 void Window1::EditMacrosButton_Action() {
     CommandMacroWin* editor = openMacroEditor();
-    editor->move(x() + width() / 2 - editor->width() / 2, y() + MacroEditorDrop);
+    placeBelowTop(*editor, *this);
     editor->open();
 }
 
@@ -227,6 +246,13 @@ void Window1::_HelpAboutVLXUtil_Action() {
     auto* about = new AboutWindow(this);
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->open();
+}
+
+// Where no control with the focus has taken the key.
+void Window1::keyPressEvent(QKeyEvent* event) {
+    if (static_cast<Tab>(m_services->globals.m_TabPanel) != Tab::Firmware ||
+        !m_firmwareTab->Event_KeyDown(*event))
+        QMainWindow::keyPressEvent(event);
 }
 
 void Window1::closeEvent(QCloseEvent* event) {

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "CommandTesterTab.h"
 #include "FirmwareTab.h"
@@ -27,8 +28,10 @@ public:
     Window1(Platform& platform, Macros& macros);
     ~Window1() override;
 
-    // Gives the window the program that its handlers call. Once, before anything else.
+    // Gives the window the program that its handlers call. Once, before anything else; detach before the
+    // program goes.
     void attach(const Services& services);
+    void detach();
 
     PortTab& portTab() { return *m_portTab; }
     FirmwareTab& firmwareTab() { return *m_firmwareTab; }
@@ -56,6 +59,7 @@ Q_SIGNALS:
     void Event_Close();
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -65,6 +69,9 @@ private:
     void connectConfigurationTab();
     void connectMenu();
     void EditMacrosButton_Action();
+    // Starts a flow of the firmware tab, which has the line for its whole length: no second one beside it.
+    void startAlone(std::function<Task<>()> flow);
+    Task<> ownLine(std::function<Task<>()> flow);
     void _ViewTraceMenu_Action();
     void _HelpAboutVLXUtil_Action();
     void _FileExit_Action() { close(); }
@@ -81,4 +88,5 @@ private:
     OperateTab* m_operateTab;
     ConfigurationTab* m_configurationTab;
     CommandTesterTab* m_commandTesterTab;
+    QPointer<QWidget> m_focusedBeforeLock;
 };

@@ -1,7 +1,5 @@
 // The utility on the real serial port.
 
-#include <optional>
-
 #include <QIcon>
 
 #include "App.h"
@@ -24,15 +22,16 @@ int main(int argc, char** argv) {
     QtDialogs dialogs(clock);
     Platform platform{clock, serialPort, ports, dialogs, qtSpecialFolders()};
 
-    std::optional<App> app;
-    DefaultErrorHandler errors(dialogs, [&app](const QString& line) {
-        if (app)
-            app->globals().SetStatusText(line, false);
+    Globals* log = nullptr;
+    DefaultErrorHandler errors(dialogs, [&log](const QString& line) {
+        if (log)
+            log->SetStatusText(line, false);
     });
     const auto onError = [&errors](const std::exception_ptr& error) { errors.handle(error); };
     application.setErrorHandler(onError);
-    app.emplace(platform, onError, &QApplication::quit);
-    dialogs.setMainWindow(&app->mainWindow());
-    app->Event_Open();
+    App app(platform, onError, &QApplication::quit);
+    log = &app.globals();
+    dialogs.setMainWindow(&app.mainWindow());
+    app.Event_Open();
     return QApplication::exec();
 }

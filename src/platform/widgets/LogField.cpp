@@ -59,13 +59,21 @@ void LogField::shortcutKey(int key) {
 }
 
 void LogField::contextMenuEvent(QContextMenuEvent* event) {
+    // Lines that come while the menu is open move the insertion point: the menu keeps the selection.
+    const QTextCursor selection = textCursor();
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("Copy"), this, &LogField::copySelection);
-    menu->addAction(QStringLiteral("Cut"), this, &LogField::cutSelection);
-    menu->addAction(QStringLiteral("Delete"), this, &LogField::deleteSelection);
-    const QList<QAction*> actions = menu->actions();
-    for (QAction* action : actions)
-        action->setEnabled(hasSelection());
+    const auto add = [this, menu, selection](const QString& text, void (LogField::*action)()) {
+        menu->addAction(text, this, [this, selection, action] { inSelection(selection, action); })
+            ->setEnabled(selection.hasSelection());
+    };
+    add(QStringLiteral("Copy"), &LogField::copySelection);
+    add(QStringLiteral("Cut"), &LogField::cutSelection);
+    add(QStringLiteral("Delete"), &LogField::deleteSelection);
     menu->popup(event->globalPos());
+}
+
+void LogField::inSelection(const QTextCursor& selection, void (LogField::*action)()) {
+    setTextCursor(selection);
+    (this->*action)();
 }

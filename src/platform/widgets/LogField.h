@@ -1,4 +1,5 @@
-// A text area that the program fills and that the user may only copy, cut and delete from.
+// A text area that the program fills and that the user may only copy, cut and delete from: StatusField,
+// TesterTermField and ActivityLog.
 #pragma once
 
 #include <QTextEdit>
@@ -24,10 +25,13 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    // StatusField_MouseDown, TesterTermField_MouseDown: a contextual click.
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    // StatusField_KeyDown, TesterTermField_KeyDown.
     void shortcutKey(int key);
+    void inSelection(const QTextCursor& selection, void (LogField::*action)());
 
     SelectAll m_selectAll;
 };
