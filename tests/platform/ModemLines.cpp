@@ -4,6 +4,7 @@
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <cerrno>
 #include <cstdarg>
 
 namespace {
@@ -13,12 +14,17 @@ constexpr int Watched = TIOCM_DTR | TIOCM_RTS;
 struct Lines {
     int state = Watched;
     int raised = 0;
+    bool refused = false;
     int held = 0;
     bool transmitterKnown = false;
     unsigned int serialFlags = 0;
 } lines;
 
 int setLines(int state) {
+    if (lines.refused) {
+        errno = EIO;
+        return -1;
+    }
     if ((state & ~lines.state & Watched) != 0)
         ++lines.raised;
     lines.state = state;
@@ -41,6 +47,10 @@ bool ModemLines::isRtsRaised() {
 
 int ModemLines::timesRaised() {
     return lines.raised;
+}
+
+void ModemLines::refuse() {
+    lines.refused = true;
 }
 
 void ModemLines::setHeldByDriver(int count) {

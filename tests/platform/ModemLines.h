@@ -12,6 +12,9 @@ bool isRtsRaised();
 // How often DTR or RTS was set while it was to stay down.
 int timesRaised();
 
+// From now on requests for the lines fail as on an adapter without them.
+void refuse();
+
 // Bytes that the driver says it holds from now on; 0 asks the system.
 void setHeldByDriver(int count);
 // Whether the driver can tell that its transmitter is empty, and says that it is.

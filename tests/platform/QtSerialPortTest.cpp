@@ -87,6 +87,16 @@ TEST_F(QtSerialPortTest, LinesGoDownAtTheOpenAndStayDown) {
     EXPECT_FALSE(ModemLines::isDtrRaised());
 }
 
+TEST_F(QtSerialPortTest, APortThatRefusesTheLinesWorksAllTheSame) {
+    ModemLines::refuse();
+    ASSERT_TRUE(port.Open());
+    port.setRequestToSend(true);
+    line.send("^BN05;");
+    EXPECT_TRUE(turnUntil([this] { return port.LookAhead() == "^BN05;"; }));
+    EXPECT_TRUE(port.isOpen());
+    EXPECT_EQ(lost, QStringList());
+}
+
 TEST_F(QtSerialPortTest, ASpeedReachesTheOpenPortAtReset) {
     port.setBaud(Baud::Code9600);
     ASSERT_TRUE(port.Open());

@@ -34,7 +34,6 @@ bool meansLoss(QSerialPort::SerialPortError error) {
         case QSerialPort::PermissionError:
         case QSerialPort::ReadError:
         case QSerialPort::WriteError:
-        case QSerialPort::UnknownError:
             return true;
         default:
             return false;
@@ -64,10 +63,7 @@ bool QtSerialPort::Open() {
         m_openFailure = openFailureLine(serialPort(), m_port.error(), m_port.errorString());
         return false;
     }
-    // The system raises both lines as it opens a port, and a raised line can key or reset equipment. A
-    // port without such lines refuses, which is no failure.
-    m_port.setDataTerminalReady(false);
-    m_port.setRequestToSend(false);
+    putLinesDown();
     SerialDriver::askLowLatency(m_port);
     m_lineFree = m_clock.now();
     return true;
@@ -92,8 +88,10 @@ void QtSerialPort::Reset() {
 }
 
 void QtSerialPort::setRequestToSend(bool raised) {
-    if (isOpen())
-        m_port.setRequestToSend(raised);
+    if (!isOpen())
+        return;
+    const QSignalBlocker quiet(&m_port);  // a refusal is no loss of the port
+    m_port.setRequestToSend(raised);
 }
 
 void QtSerialPort::Write(const QByteArray& bytes) {
@@ -120,6 +118,14 @@ void QtSerialPort::Flush() {
 void QtSerialPort::applySpeed() {
     if (const int bitsPerSecond = Baud::bitsPerSecond(Baud()))
         m_port.setBaudRate(bitsPerSecond);
+}
+
+// The system raises both lines as it opens a port, and a raised line can key or reset equipment. A port
+// without such lines refuses, which is no failure.
+void QtSerialPort::putLinesDown() {
+    const QSignalBlocker quiet(&m_port);
+    m_port.setDataTerminalReady(false);
+    m_port.setRequestToSend(false);
 }
 
 void QtSerialPort::takeReceived() {

@@ -31,6 +31,7 @@ public:
 
 private:
     void applySpeed();
+    void putLinesDown();
     void takeReceived();
     void takeError(QSerialPort::SerialPortError error);
     void lose(const QString& reason);
