@@ -13,12 +13,10 @@ namespace {
 class Fields {
 public:
     explicit Fields(const QString& line) : m_line(line) {
-        qsizetype begin = 0;
-        for (qsizetype blank = line.indexOf(u' '); blank >= 0; blank = line.indexOf(u' ', begin)) {
-            m_begins.append(begin);
-            begin = blank + 1;
-        }
-        m_begins.append(begin);
+        m_begins.append(0);
+        for (qsizetype i = 0; i < line.size(); ++i)
+            if (m_line[i] == u' ')
+                m_begins.append(i + 1);
     }
 
     qsizetype last() const { return m_begins.size() - 1; }
@@ -154,12 +152,15 @@ FTPParsedDirListLineClass ParseDirListLine(const QString& line) {
 QString Squeeze(const QString& text, const QString& characters) {
     if (text.size() < 2)
         return text;
-    QString result;
-    result.reserve(text.size());
-    for (const QChar c : text) {
-        const bool isRepeated = !result.isEmpty() && result.back() == c;
-        if (!isRepeated || !characters.contains(c))
-            result += c;
+    QString result(text.size(), Qt::Uninitialized);
+    QChar* end = result.data();
+    QChar previous = text.front();
+    *end++ = previous;
+    for (const QChar c : QStringView(text).sliced(1)) {
+        if (c != previous || !characters.contains(c))
+            *end++ = c;
+        previous = c;
     }
+    result.resize(end - result.constData());
     return result;
 }

@@ -1,0 +1,203 @@
+// How fast the FTP client is, beside curl in the same run: prints each figure with its limit.
+#include <chrono>
+#include <cstdio>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "FTPSessionClass.h"
+#include "RealServers.h"
+#include "ScriptedDialogs.h"
+#include "SystemClock.h"
+
+namespace {
+
+constexpr double MiB = 1024 * 1024;
+constexpr qint64 DownloadSize = qint64{1024} * 1024 * 1024;
+constexpr qint64 UploadSize = qint64{256} * 1024 * 1024;
+
+bool allPassed = true;
+
+void figure(const char* what, double value, const char* unit) {
+    std::printf("%-44s %10.2f %s\n", what, value, unit);
+}
+
+void judge(const char* what, double value, const char* unit, double limit, bool isAtLeast) {
+    const bool isPassed = isAtLeast ? value >= limit : value < limit;
+    allPassed = allPassed && isPassed;
+    std::printf("%-44s %10.2f %-6s (%s %.2f)  %s\n", what, value, unit, isAtLeast ? "at least" : "below",
+                limit, isPassed ? "PASS" : "FAIL");
+}
+
+double residentMemory() {
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toDouble() * 4096 / MiB;
+}
+
+// Watches the memory and waits for the end.
+class BenchStatus final : public FTPStatusClass {
+public:
+    using FTPStatusClass::FTPStatusClass;
+    void Error_FTP(const QString& text) override {
+        std::printf("error: %s\n", qPrintable(text));
+        allPassed = false;
+        isDone = true;
+    }
+    void Successful_FTP(const QString&) override { isDone = true; }
+    void Progress_FTP(std::int32_t) override {
+        if (++m_blocks % 256 == 0)
+            mostMemory = std::max(mostMemory, residentMemory());
+    }
+
+    bool isDone = false;
+    double mostMemory = 0;
+
+private:
+    int m_blocks = 0;
+};
+
+void makeFile(const QString& path, qint64 size) {
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    const QByteArray block(1024 * 1024, 'x');
+    for (qint64 written = 0; written < size; written += block.size())
+        file.write(block);
+}
+
+class Bench {
+public:
+    Bench() {
+        renew();
+        makeFile(m_server.root() + QStringLiteral("/work/large"), DownloadSize);
+        makeFile(m_local.filePath(QStringLiteral("up")), UploadSize);
+        m_server.openWork();
+    }
+
+    bool isReady() const {
+        if (!m_server.problem().isEmpty())
+            std::printf("%s\n", qPrintable(m_server.problem()));
+        return m_server.problem().isEmpty();
+    }
+
+    void download() {
+        const double curl = timed([this] {
+            runCurl({QStringLiteral("-o"), m_local.filePath(QStringLiteral("large")), url("large")});
+        });
+        QFile::remove(m_local.filePath(QStringLiteral("large")));
+        logon();
+        const double before = residentMemory();
+        const double ours = timed([this] { run("large", &FTPSessionClass::GetSingleFile); });
+        figure("download of 1 GB with curl", DownloadSize / MiB / curl, "MiB/s");
+        figure("download of 1 GB", DownloadSize / MiB / ours, "MiB/s");
+        judge("  against curl", curl / ours, "", 0.9, true);
+        judge("  growth of resident memory", m_status->mostMemory - before, "MiB", 8, false);
+        QFile::remove(m_local.filePath(QStringLiteral("large")));
+    }
+
+    void upload() {
+        const double curl = timed(
+            [this] { runCurl({QStringLiteral("-T"), m_local.filePath(QStringLiteral("up")), url("up")}); });
+        figure("upload of 256 MB with curl", UploadSize / MiB / curl, "MiB/s");
+        for (const int size : {2048, 256 * 1024}) {
+            logon();
+            m_session->SendBufferSize = size;
+            const double ours = timed([this] { run("up", &FTPSessionClass::PutSingleFile); });
+            figure(size == 2048 ? "upload of 256 MB in blocks of 2048 bytes"
+                                : "upload of 256 MB in blocks of 256 KiB",
+                   UploadSize / MiB / ours, "MiB/s");
+            if (size != 2048)
+                judge("  against curl", curl / ours, "", 0.7, true);
+        }
+    }
+
+    void parse() {
+        const QString line = QStringLiteral(
+            "-rw-r--r--   1 ftp      ftp      12345678 Mar 09 14:05 VLX720FP01%1 and notes.hex");
+        QStringList lines;
+        for (int i = 0; i < 10'000; ++i)
+            lines += line.arg(i);
+        // The fastest of a few rounds: one is too short to stand for itself.
+        qint64 sizes = 0;
+        double seconds = 1;
+        for (int round = 0; round < 5; ++round)
+            seconds = std::min(seconds, timed([&] {
+                                   for (const QString& text : lines)
+                                       sizes += m_session->ParseDirListLine(text).Size;
+                               }));
+        allPassed = allPassed && sizes == qint64{12345678} * 50'000;
+        judge("10,000 lines of a listing parsed", seconds * 1000, "ms", 20, false);
+    }
+
+private:
+    template <typename Work>
+    static double timed(Work work) {
+        const auto start = std::chrono::steady_clock::now();
+        work();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+
+    void renew() {
+        m_session = std::make_unique<FTPSessionClass>(m_clock, m_dialogs, m_globals);
+        auto status = std::make_unique<BenchStatus>(*m_session, m_globals);
+        m_status = status.get();
+        m_session->FTPStatusInstance = std::move(status);
+        m_session->SetLoginInfo(QStringLiteral("127.0.0.1"), QStringLiteral("anonymous"),
+                                QStringLiteral("secret-word"));
+        m_session->CommandPort = m_server.port();
+        m_session->FileDelimiter = QStringLiteral("/");
+        m_session->LocalDirectory = m_local.path() + u'/';
+    }
+
+    void logon() {
+        renew();
+        run(nullptr, &FTPSessionClass::Logon);
+        m_session->ServerDirectory = QStringLiteral("/work");
+        run(nullptr, &FTPSessionClass::ChangeDir);
+    }
+
+    void run(const char* file, void (FTPSessionClass::*operation)()) {
+        m_status->isDone = false;
+        if (file)
+            m_session->AddFileName(QString::fromLatin1(file));
+        (*m_session.*operation)();
+        while (!m_status->isDone)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    QString url(const char* file) const {
+        return QStringLiteral("ftp://127.0.0.1:%1/work/%2")
+            .arg(m_server.port())
+            .arg(QString::fromLatin1(file));
+    }
+
+    void runCurl(const QStringList& arguments) {
+        if (QProcess::execute(QStringLiteral("curl"),
+                              QStringList{QStringLiteral("-s"), QStringLiteral("-S")} + arguments) != 0)
+            allPassed = false;
+    }
+
+    RealServer m_server{RealServer::Kind::vsftpd};
+    QTemporaryDir m_local;
+    SystemClock m_clock;
+    ScriptedDialogs m_dialogs{m_clock};
+    Globals m_globals{m_clock};
+    std::unique_ptr<FTPSessionClass> m_session;
+    BenchStatus* m_status = nullptr;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    Bench bench;
+    if (!bench.isReady())
+        return 2;
+    bench.download();
+    bench.upload();
+    bench.parse();
+    return allPassed ? 0 : 1;
+}
