@@ -53,7 +53,7 @@ void BootstrapLoader::stop() {
     m_pendingAnswer = 0;
     if (!m_writing.isEmpty()) {
         const Block block{std::exchange(m_writing, {})};
-        m_board.flash().write(block.address(), block.data().left(BlockDataSize / 2));
+        program(block.address(), block.data().left(BlockDataSize / 2));
     }
 }
 
@@ -124,11 +124,16 @@ void BootstrapLoader::takeBlock(const Block& block) {
     answerAfter(m_timing.blockWrite, block.isFinal() ? ImageTaken : BlockTaken);
 }
 
-void BootstrapLoader::store(const Block& block) {
-    ++m_blocksTaken;
+// The first block of a load takes the former firmware away, also when power goes in the middle of it.
+void BootstrapLoader::program(std::uint32_t address, const QByteArray& data) {
     if (std::exchange(m_isEraseDue, false))
         m_board.flash().erase();
-    m_board.flash().write(block.address(), block.data());
+    m_board.flash().write(address, data);
+}
+
+void BootstrapLoader::store(const Block& block) {
+    ++m_blocksTaken;
+    program(block.address(), block.data());
     if (!block.isFinal())
         return;
     m_board.flash().commit();

@@ -50,6 +50,7 @@ private:
     // Takes what belongs to the present block and tells how many bytes that was.
     qsizetype hearBlockBytes(QByteArrayView bytes);
     void takeBlock(const Block& block);
+    void program(std::uint32_t address, const QByteArray& data);
     void store(const Block& block);
     void finishPending();
     void answerAfter(Clock::Microseconds delay, char answer);
