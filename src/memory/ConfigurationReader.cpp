@@ -21,20 +21,21 @@ bool startsWith(const QString& line, QStringView start) {
 
 bool ConfigurationReader::open(const QString& path) {
     close();
+    m_path = path;
     auto file = std::make_unique<QFile>(path);
-    QString reason;
     // A pipe or a device would keep the program waiting, or never end.
     const QFileInfo info(path);
     if (info.exists() && !info.isFile())
-        reason = QStringLiteral("Not a regular file");
+        fail(QStringLiteral("Not a regular file"));
     else if (!file->open(QIODevice::ReadOnly))
-        reason = file->errorString();
-    if (!reason.isEmpty()) {
-        m_failure = QStringLiteral("Cannot read %1: %2").arg(QDir::toNativeSeparators(path), reason);
-        return false;
-    }
-    setFileInstream(std::move(file));
-    return true;
+        fail(file->errorString());
+    else
+        setFileInstream(std::move(file));
+    return m_failure.isEmpty();
+}
+
+void ConfigurationReader::fail(const QString& reason) {
+    m_failure = QStringLiteral("Cannot read %1: %2").arg(QDir::toNativeSeparators(m_path), reason);
 }
 
 void ConfigurationReader::setFileInstream(std::unique_ptr<QIODevice> device) {
@@ -60,7 +61,11 @@ Task<bool> ConfigurationReader::GetLine() {
 bool ConfigurationReader::readChunk() {
     if (m_at < m_chunk.size())
         return true;
-    m_chunk = FileInstream ? FileInstream->read(ChunkSize) : QByteArray();
+    m_chunk.resize(ChunkSize);
+    const qint64 count = FileInstream ? FileInstream->read(m_chunk.data(), ChunkSize) : 0;
+    if (count < 0)
+        fail(FileInstream->errorString());
+    m_chunk.resize(std::max<qint64>(count, 0));
     m_at = 0;
     return !m_chunk.isEmpty();
 }

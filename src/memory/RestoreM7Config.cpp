@@ -130,6 +130,9 @@ Task<bool> SaveRestoreM7Config::RestoreData(bool apply) {
             result = DoMemLine(apply);
         }
     }
+    // What a failing disk kept back is not made up for with zeros.
+    if (!m_input.failure().isEmpty())
+        co_return false;
     // A file that changed after the first pass was good is sent all the same.
     if (apply)
         co_await writeImage();

@@ -34,7 +34,7 @@ public:
     Task<bool> Restore();
 
     // One pass through the open file. `apply` false verifies; true fills the image, and writes it to the
-    // amplifier whatever the file turned out to be.
+    // amplifier whatever the file turned out to be, unless reading it failed.
     Task<bool> RestoreData(bool apply);
     ConfigurationReader& input() { return m_input; }
 
