@@ -1,13 +1,5 @@
 #include "MemoryTools.h"
 
-using namespace std::chrono_literals;
-
-namespace {
-
-constexpr auto LookStep = 5ms;
-
-}  // namespace
-
 MemoryTools::MemoryTools(Platform& platform, Globals& globals, LineOwner& line, ProgressView& progress,
                          TabPanelLock& panel, MemoryWindows& windows)
     : m_platform(platform),
@@ -53,9 +45,4 @@ Task<> MemoryTools::EditBannerButton_Action() {
     PowerOnBanner banner(m_globals, m_memory);
     co_await m_windows.showBannerWindow(banner);
     m_panel.setEditBannerButtonEnabled(true);
-}
-
-Task<> MemoryTools::waitForWriteEnd() {
-    while (isWriting())
-        co_await m_platform.clock.sleep(LookStep);
 }

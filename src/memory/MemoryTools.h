@@ -29,8 +29,6 @@ public:
 
     // The amplifier's memory is being written: cancelling the flow now would leave it half written.
     bool isWriting() const { return m_memory.isWriting(); }
-    // Ends when nothing is being written: at once, or soon after the write is over.
-    Task<> waitForWriteEnd();
 
 private:
     Platform& m_platform;
