@@ -85,8 +85,10 @@ Task<> FaultTable::SaveToFile() {
 
     const bool isCreated = m_file.create(path, MemoryFileWriter::Failed::StaysOnDisk);
     const auto close = qScopeGuard([this] { m_file.abandon(); });
+    if (!isCreated)
+        co_return;
     FileTypes1::setCodes(path, FileTypes1::VLXFaultTableFile.creatorCode, SavedTypeCode);
-    if (!m_globals.isMain() || !isCreated)
+    if (!m_globals.isMain())
         co_return;
     if (!SaveCreationTime() || !m_file.SaveVLXUtilVersionInfo() || !m_file.SaveFirmwareRevisionInfo())
         co_return;
