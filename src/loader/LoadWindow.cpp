@@ -11,6 +11,7 @@
 
 #include "LogField.h"
 #include "Naming.h"
+#include "Placement.h"
 #include "ShortVersion.h"
 #include "SystemVersion.h"
 #include "Text.h"
@@ -24,7 +25,6 @@ constexpr auto Timer1Period = 25ms;
 constexpr auto LogPause = 100ms;
 constexpr int FullBar = 100;
 constexpr QSize DesignSize(560, 420);
-constexpr int BelowMainWindowTop = 40;
 
 }  // namespace
 
@@ -77,8 +77,7 @@ Task<> LoadWindow::Run() {
 }
 
 void LoadWindow::Event_Open() {
-    const QRect main = m_mainWindow.frameGeometry();
-    move(main.left() + main.width() / 2 - width() / 2, main.top() + BelowMainWindowTop);
+    placeBelowTop(*this, m_mainWindow);
     m_globals.ActivityLog = [this](const QString& line) { takeLogLine(line); };
     m_globals.m_loadingfirmware = true;
     show();
