@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 #include <QString>
 
@@ -26,7 +27,7 @@ public:
 
     // The whole-file pass on a path; false with the reader's messages, or without one when the file cannot
     // be opened.
-    Task<bool> Verify(QString path) { return m_reader.Verify(path); }
+    Task<bool> Verify(QString path) { return m_reader.Verify(std::move(path)); }
     // The same for a file of the firmware folder, with the result in the log.
     Task<bool> ValidateIntelHex(QString filename);
 
