@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include <QRandomGenerator>
 
@@ -57,7 +58,8 @@ void FTPSessionClass::SetLocalFolderItem(const QFileInfo& item) {
 }
 
 void FTPSessionClass::SetTimeoutSeconds(std::int32_t seconds) {
-    Timeout = seconds * 1000;
+    constexpr std::int32_t Longest = std::numeric_limits<std::int32_t>::max() / 1000;
+    Timeout = std::clamp(seconds, 0, Longest) * 1000;
 }
 
 void FTPSessionClass::SetStatusReporting(bool isOn) {

@@ -130,6 +130,66 @@ TEST_F(OddServer, IsNotThere) {
     EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "error: Error: 0");
 }
 
+// ---- Encryption
+
+TEST_F(OddServer, OffersNoEncryption) {
+    session.FTPS = true;
+    EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "error: Error: 502 Not implemented.\r");
+    EXPECT_EQ(server.commands, QStringList(QStringLiteral("AUTH TLS"))) << "no fall-back to the clear";
+}
+
+TEST_F(OddServer, StallsInTheHandshake) {
+    session.FTPS = true;
+    // The second line may not pass for an answer under encryption.
+    answerTo("AUTH", "234 Go on.\r\n200 PBSZ.\r\n");
+    session.Logon();
+    EXPECT_TRUE(waitUntil([&] { return bench.status->responses.contains(QStringLiteral("234 Go on.")); }));
+    settle();
+    EXPECT_EQ(bench.status->ends.size(), 0);
+    bench.clock.advance(std::chrono::seconds(20));
+    EXPECT_EQ(bench.status->ends.join(u'|').toStdString(),
+              "error: Error: The connection timed out. Ending session.");
+    EXPECT_EQ(server.commands, QStringList(QStringLiteral("AUTH TLS")));
+}
+
+// ---- Single steps, without a server
+
+struct SingleStep {
+    const char* name;
+    const char16_t* type;
+    const char16_t* step;
+    int code;
+    const char* nextStep;
+    const char* report;
+};
+
+class SingleStepTest : public testing::TestWithParam<SingleStep> {};
+
+TEST_P(SingleStepTest, GoesOnOrEnds) {
+    SessionBench<SimClock> bench;
+    bench.session->FTPSessionType = QString::fromUtf16(GetParam().type);
+    bench.session->CurrentFTPStep = QString::fromUtf16(GetParam().step);
+    bench.session->ParseCommandBuffer(GetParam().code);
+    EXPECT_EQ(bench.session->CurrentFTPStep.toStdString(), GetParam().nextStep);
+    EXPECT_EQ(bench.status->ends.join(u'|').toStdString(), GetParam().report);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Steps, SingleStepTest, testing::Values(
+    SingleStep{"ProtRefusedByPolicy",  u"Logon",        u"PROT",    534, "USER",    ""},
+    SingleStep{"ProtRefused",          u"Logon",        u"PROT",    536, "PROT",    "error: Error: x     \r"},
+    SingleStep{"LogonUnknownStep",     u"Logon",        u"nowhere", 200, "nowhere", ""},
+    SingleStep{"OtherUnknownStep",     u"ChangeDir",    u"nowhere", 200, "nowhere", "error: Unknown error during (nowhere)."},
+    SingleStep{"LogoffUnknownStep",    u"Logoff",       u"START",   221, "START",   "error: Unknown error during (START)."},
+    SingleStep{"StepInAnyCase",        u"MakeDir",      u"mkd",     257, "mkd",     "ok: Directory Created."},
+    SingleStep{"TypeInAnyCase",        u"MAKEDIR",      u"MKD",     257, "MKD",     "ok: Directory Created."},
+    SingleStep{"UnknownType",          u"Dance",        u"START",   200, "START",   ""},
+    SingleStep{"OneShotTakes230",      u"GetFile",      u"USER",    230, "PASS",    ""},
+    SingleStep{"UploadTakes250",       u"PutSingleFile", u"STOR",   250, "STOR",    "ok: File Transfer Complete."},
+    SingleStep{"DownloadDoesNot",      u"GetSingleFile", u"RETR",   250, "RETR",    "error: Error: x     \n"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+// clang-format on
+
 // ---- The order of things
 
 TEST_F(OddServer, EndsAListingBeforeItsData) {
