@@ -155,14 +155,6 @@ TEST_F(FaultTableTest, SavesAnImageAndTheList) {
     EXPECT_EQ(log, QStringList());
 }
 
-TEST_F(FaultTableTest, AnImageLineOfZerosEndsInE0) {
-    amplifier.eeprom().setContents(QByteArray(1024, '\0'));
-    begin();
-    saveToFile();
-    EXPECT_TRUE(read(Saved).contains("\r\n:20000000" + QByteArray(64, '0') + "E0\r\n"));
-    EXPECT_FALSE(read(Saved).contains("FAULT"));
-}
-
 TEST_F(FaultTableTest, AFileStaysWhateverHappens) {
     begin();
     {

@@ -87,9 +87,4 @@ TEST_F(Banner, ARefusedWriteGoesUnnoticed) {
     EXPECT_TRUE(writeBanner(QStringLiteral("AB")));
 }
 
-TEST_F(Banner, ItsButtonIsEnabledWhenTheWindowHasClosed) {
-    run(tools.EditBannerButton_Action());
-    EXPECT_EQ(record.told, QStringList({"lock", "window", "banner on", "unlock"}));
-}
-
 }  // namespace

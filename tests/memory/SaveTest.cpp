@@ -1,9 +1,8 @@
 // The configuration on its way to a file.
-#include <zlib.h>
-
 #include "DiskLimit.h"
 #include "MemoryBench.h"
 #include "Text.h"
+#include "ZlibCrc.h"
 
 namespace {
 
@@ -24,10 +23,7 @@ QByteArray expectedFile(Vlx720& amplifier, const QByteArray& time, bool isNumber
     for (int address = 0; address < 224; address += 32)
         lines += "MEM2 00 " + QByteArray::number(address, 16).rightJustified(2, '0').toUpper() + " 20 " +
                  memory.mid(address, 32).toHex().toUpper();
-    uLong crc = 0;
-    for (const QByteArray& line : lines)
-        crc = crc32(crc, reinterpret_cast<const Bytef*>(line.constData()), static_cast<uInt>(line.size()));
-    lines += "CRC32 = 0x" + QByteArray::number(~static_cast<quint32>(crc), 16).toUpper();
+    lines += "CRC32 = 0x" + storedCrc(lines);
     return lines.join("\r\n") + "\r\n";
 }
 

@@ -4,11 +4,8 @@
 #include <QApplication>
 #include <QElapsedTimer>
 
-#include "AmplifierBench.h"
-#include "FaultCodes.h"
 #include "FaultTableWindow.h"
-#include "MemoryTools.h"
-#include "ProgressWin.h"
+#include "MemoryBench.h"
 
 namespace {
 
@@ -39,25 +36,13 @@ double milliseconds(Clock::Microseconds time) {
     return static_cast<double>(time.count()) / 1000;
 }
 
-class Bench : public AmplifierBench, public TabPanelLock, public MemoryWindows {
+class Bench : public MemoryBench {
 public:
     Bench() {
-        port.Open();
-        globals.m_FirmwareStatus = FirmwareStatus::Main;
-        globals.FaultCodes = CreateFaultCodesArray();
         amplifier.eeprom().clearFaults();
         for (int i = 0; i < 128; ++i)
             amplifier.eeprom().addFault(static_cast<std::uint32_t>(i * 1000), i % 16, i);
     }
-
-    void setTabPanelEnabled(bool) override {}
-    void setEditBannerButtonEnabled(bool) override {}
-    Task<> showFaultTableWindow(FaultTable&) override { co_return; }
-    Task<> showBannerWindow(PowerOnBanner&) override { co_return; }
-
-    QWidget main;
-    ProgressWin progress{main};
-    MemoryTools tools{platform, globals, line, progress, *this, *this};
 };
 
 bool benchSave() {
@@ -101,10 +86,11 @@ private:
 
 bool benchFaultTable() {
     Bench bench;
+    QWidget mainWindow;
     MemoryAccess memory(bench.platform, bench.globals);
     MemoryFileWriter file(bench.clock, bench.globals, memory);
     FaultTable table(bench.platform, bench.globals, memory, file);
-    FaultTableWindow window(bench.clock, [](const std::exception_ptr&) {}, table, bench.main);
+    FaultTableWindow window(bench.clock, [](const std::exception_ptr&) {}, table, mainWindow);
     window.show();
     TimedView view(window);
     const auto start = bench.clock.now();
