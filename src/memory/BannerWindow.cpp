@@ -83,10 +83,13 @@ Task<> BannerWindow::write() {
     setWriting(true);
     const bool ok = co_await m_banner.WritePowerOnBanner(EditField1->text());
     setWriting(false);
-    if (ok)
+    if (ok) {
         close();
-    else
-        co_await m_dialogs.MsgBox(QStringLiteral("Unable to write to VLX"));
+        co_return;
+    }
+    // Disabled in between, the field has lost it.
+    EditField1->setFocus();
+    co_await m_dialogs.MsgBox(QStringLiteral("Unable to write to VLX"));
 }
 
 void BannerWindow::setWriting(bool isWriting) {

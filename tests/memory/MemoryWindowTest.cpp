@@ -205,6 +205,7 @@ TEST_F(BannerWindowTest, StaysWhenTheBannerCannotBeWritten) {
     settle();
     EXPECT_EQ(dialogs.shown, QStringList(QStringLiteral("Unable to write to VLX")));
     EXPECT_TRUE(banner->isVisible());
+    EXPECT_EQ(banner->focusWidget(), field);
     press(*banner, QStringLiteral("BevelButton2"));
     EXPECT_TRUE(clock.run(flow));
 }
