@@ -38,7 +38,14 @@ FaultTableWindow::FaultTableWindow(Clock& clock, Flows::ErrorHandler onError, Fa
     setWindowTitle(QStringLiteral("Fault Table (Newest Entry at Top)"));
     setModal(true);
     resize(DesignSize);
+    layOut();
+    SaveToFileButton->setEnabled(false);
+    CloseButton->setDefault(true);
+    connect(SaveToFileButton, &QPushButton::clicked, this, &FaultTableWindow::SaveToFileButton_Action);
+    connect(CloseButton, &QPushButton::clicked, this, &FaultTableWindow::close);
+}
 
+void FaultTableWindow::layOut() {
     Listbox1->setRootIsDecorated(false);
     Listbox1->setUniformRowHeights(true);
     Listbox1->setAlternatingRowColors(true);
@@ -46,8 +53,6 @@ FaultTableWindow::FaultTableWindow(Clock& clock, Flows::ErrorHandler onError, Fa
                                QStringLiteral("Data"), QStringLiteral("Description")});
     for (int column = 0; column < static_cast<int>(ColumnWidths.size()); ++column)
         Listbox1->setColumnWidth(column, ColumnWidths[static_cast<std::size_t>(column)]);
-    SaveToFileButton->setEnabled(false);
-
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(SaveToFileButton);
@@ -55,9 +60,6 @@ FaultTableWindow::FaultTableWindow(Clock& clock, Flows::ErrorHandler onError, Fa
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(Listbox1);
     rows->addLayout(buttons);
-    CloseButton->setDefault(true);
-    connect(SaveToFileButton, &QPushButton::clicked, this, &FaultTableWindow::SaveToFileButton_Action);
-    connect(CloseButton, &QPushButton::clicked, this, &FaultTableWindow::close);
 }
 
 Task<> FaultTableWindow::Run() {
@@ -72,6 +74,7 @@ void FaultTableWindow::showWaitCursor(bool isShown) {
         setCursor(Qt::WaitCursor);
     } else {
         unsetCursor();
+        // The list is complete by now.
         widenColumns();
     }
 }

@@ -30,6 +30,7 @@ public:
     void done(int result) override;
 
 private:
+    void layOut();
     void widenColumns();
     void SaveToFileButton_Action();
     Task<> saveToFile();
