@@ -1,8 +1,7 @@
 // Figures for the loader: verification against objcopy, and a load of a full image in real time on a
 // simulated line. Takes about two minutes; ends with 1 when a figure is not reached.
-#include <sys/resource.h>
-
 #include <cstdio>
+#include <ctime>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -124,20 +123,8 @@ bool benchVerification() {
 }
 
 struct Moment {
-    static Moment now() {
-        rusage usage{};
-        getrusage(RUSAGE_SELF, &usage);
-        const auto seconds = [](const timeval& time) {
-            return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-        };
-        QElapsedTimer timer;
-        timer.start();
-        return {static_cast<double>(timer.msecsSinceReference()) / 1e3,
-                seconds(usage.ru_utime) + seconds(usage.ru_stime)};
-    }
-
-    double time = 0;
-    double processor = 0;
+    Clock::Microseconds time{0};
+    std::clock_t processor = 0;
 };
 
 bool benchLoad(bool isTraceOn) {
@@ -151,9 +138,9 @@ bool benchLoad(bool isTraceOn) {
     Moment end;
     rig.port.Written = [&](const QByteArray& bytes) {
         if (bytes == "^LDM;")
-            begin = Moment::now();
+            begin = {rig.clock.now(), std::clock()};
         if (bytes == "P;")
-            end = Moment::now();
+            end = {rig.clock.now(), std::clock()};
     };
     QWidget mainWindow;
     Task<bool> flow = LoadMcu(rig.clock, rig.globals, rig.loader, rig.versionedFilename, mainWindow);
@@ -165,7 +152,7 @@ bool benchLoad(bool isTraceOn) {
         longestGap = std::max(longestGap, static_cast<double>(sinceTurn.nsecsElapsed()) / 1e9);
         sinceTurn.restart();
         auto* const closeIt = mainWindow.findChild<QPushButton*>(QStringLiteral("CloseIt"));
-        if (end.time > 0 && closeIt && closeIt->isEnabled())
+        if (end.time.count() > 0 && closeIt && closeIt->isEnabled())
             closeIt->click();
     });
     turn.start(10);
@@ -179,8 +166,8 @@ bool benchLoad(bool isTraceOn) {
     const double lineTime =
         static_cast<double>(5 + 1 + (Image::FullBlocks + 1) * 68 + answers) * BitsPerByte / LineSpeed;
     const double limit = lineTime + answers * PollStep + HandOverWait;
-    const double taken = end.time - begin.time;
-    const double share = (end.processor - begin.processor) / taken;
+    const double taken = std::chrono::duration<double>(end.time - begin.time).count();
+    const double share = static_cast<double>(end.processor - begin.processor) / CLOCKS_PER_SEC / taken;
     const double shareLimit = isTraceOn ? 0.06 : 0.03;
     const char* const trace = isTraceOn ? " (trace on)" : " (trace off)";
     bool isReached = report(isLoaded && taken <= limit, (std::string("load of a full image") + trace).c_str(),
