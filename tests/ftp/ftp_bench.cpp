@@ -2,6 +2,8 @@
 #include <chrono>
 #include <cstdio>
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
@@ -15,6 +17,8 @@
 namespace {
 
 constexpr double MiB = 1024 * 1024;
+constexpr double Never = 1e9;
+constexpr int Turns = 3;
 constexpr qint64 DownloadSize = qint64{1024} * 1024 * 1024;
 constexpr qint64 UploadSize = qint64{256} * 1024 * 1024;
 
@@ -83,35 +87,41 @@ public:
         return m_server.problem().isEmpty();
     }
 
+    // Curl and we take turns, and the best of each counts: the disk's other work should not decide.
     void download() {
-        const double curl = timed([this] {
-            runCurl({QStringLiteral("-o"), m_local.filePath(QStringLiteral("large")), url("large")});
-        });
-        QFile::remove(m_local.filePath(QStringLiteral("large")));
-        logon();
-        const double before = residentMemory();
-        const double ours = timed([this] { run("large", &FTPSessionClass::GetSingleFile); });
+        double curl = Never;
+        double ours = Never;
+        double growth = 0;
+        const QString target = m_local.filePath(QStringLiteral("large"));
+        for (int turn = 0; turn < Turns; ++turn) {
+            curl = std::min(curl, timed([&] { runCurl({QStringLiteral("-o"), target, url("large")}); }));
+            QFile::remove(target);
+            logon();
+            const double before = residentMemory();
+            ours = std::min(ours, timed([this] { run("large", &FTPSessionClass::GetSingleFile); }));
+            growth = std::max(growth, m_status->mostMemory - before);
+            QFile::remove(target);
+        }
         figure("download of 1 GB with curl", DownloadSize / MiB / curl, "MiB/s");
         figure("download of 1 GB", DownloadSize / MiB / ours, "MiB/s");
         judge("  against curl", curl / ours, "", 0.9, true);
-        judge("  growth of resident memory", m_status->mostMemory - before, "MiB", 8, false);
-        QFile::remove(m_local.filePath(QStringLiteral("large")));
+        judge("  growth of resident memory", growth, "MiB", 8, false);
     }
 
     void upload() {
-        const double curl = timed(
-            [this] { runCurl({QStringLiteral("-T"), m_local.filePath(QStringLiteral("up")), url("up")}); });
-        figure("upload of 256 MB with curl", UploadSize / MiB / curl, "MiB/s");
-        for (const int size : {2048, 256 * 1024}) {
-            logon();
-            m_session->SendBufferSize = size;
-            const double ours = timed([this] { run("up", &FTPSessionClass::PutSingleFile); });
-            figure(size == 2048 ? "upload of 256 MB in blocks of 2048 bytes"
-                                : "upload of 256 MB in blocks of 256 KiB",
-                   UploadSize / MiB / ours, "MiB/s");
-            if (size != 2048)
-                judge("  against curl", curl / ours, "", 0.7, true);
+        double curl = Never;
+        double inSmallBlocks = Never;
+        double inLargeBlocks = Never;
+        const QString source = m_local.filePath(QStringLiteral("up"));
+        for (int turn = 0; turn < Turns; ++turn) {
+            curl = std::min(curl, timed([&] { runCurl({QStringLiteral("-T"), source, url("up")}); }));
+            inSmallBlocks = std::min(inSmallBlocks, send(2048));
+            inLargeBlocks = std::min(inLargeBlocks, send(256 * 1024));
         }
+        figure("upload of 256 MB with curl", UploadSize / MiB / curl, "MiB/s");
+        figure("upload of 256 MB in blocks of 2048 bytes", UploadSize / MiB / inSmallBlocks, "MiB/s");
+        figure("upload of 256 MB in blocks of 256 KiB", UploadSize / MiB / inLargeBlocks, "MiB/s");
+        judge("  against curl", curl / inLargeBlocks, "", 0.7, true);
     }
 
     void parse() {
@@ -135,9 +145,17 @@ public:
 private:
     template <typename Work>
     static double timed(Work work) {
+        // What was written before is written now, not while the clock runs.
+        ::sync();
         const auto start = std::chrono::steady_clock::now();
         work();
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+
+    double send(int blockSize) {
+        logon();
+        m_session->SendBufferSize = blockSize;
+        return timed([this] { run("up", &FTPSessionClass::PutSingleFile); });
     }
 
     void renew() {
