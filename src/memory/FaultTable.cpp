@@ -124,10 +124,9 @@ bool FaultTable::writeImageLine(int offset) {
     int sum = Chunk + pageOf(offset) + addressOf(offset);
     for (int index = 0; index < Chunk; ++index)
         sum += byteAt(offset + index);
-    return m_file.WriteLine(QStringLiteral(":20%1%2%3%4%5")
-                                .arg(Text::Hex2(pageOf(offset)), Text::Hex2(addressOf(offset)),
-                                     QStringLiteral("00"), digitsAt(offset, Chunk),
-                                     Text::Hex2((256 - sum % 256) % 256)));
+    return m_file.WriteLine(QStringLiteral(":20") + Text::Hex2(pageOf(offset)) +
+                            Text::Hex2(addressOf(offset)) + QStringLiteral("00") + digitsAt(offset, Chunk) +
+                            Text::Hex2((256 - sum % 256) % 256));
 }
 
 QString Hex4(std::int32_t value) {
