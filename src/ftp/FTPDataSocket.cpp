@@ -70,12 +70,35 @@ void FTPDataSocket::ParseDirectoryList(const QString& text) {
     Session.ParseDirectoryList(text);
 }
 
+void FTPDataSocket::SetFileList() {
+    FileList = true;
+    // A download that was dropped may have left its file open: the listing is no part of it.
+    bs.close();
+}
+
+void FTPDataSocket::ConnectToServer(quint16 port) {
+    if (!Session.CommandSocket)
+        return;
+    forgetLastTransfer();
+    Address = Session.CommandSocket->RemoteAddress().toString();
+    Port = port;
+    Connect();
+}
+
 void FTPDataSocket::ListenForServer() {
     if (!Session.CommandSocket)
         return;
+    forgetLastTransfer();
     Port = static_cast<quint16>(Session.DataPort);
     if (!Listen(Session.CommandSocket->LocalAddress(), Session.CommandSocket->RemoteAddress()))
         Event_Error();
+}
+
+void FTPDataSocket::Drop() {
+    forgetLastTransfer();
+    Close();
+    bs.close();
+    DataStream.close();
 }
 
 void FTPDataSocket::Event_Connected() {
@@ -92,14 +115,16 @@ void FTPDataSocket::Event_Connected() {
         sendBlock();
     else if (m_startsWhenConnected)
         SetRestartPosition();
-    Session.ResetConnectionTimer();
+    resetTimer();
 }
 
 void FTPDataSocket::Event_DataAvailable() {
-    if (FileList && transferKind(Session.FTPSessionType).isWalk)
+    if (FileList && transferKind(Session.FTPSessionType).isWalk) {
         m_pause.start(ClockTimer::Mode::Single);
-    else
+        resetTimer();
+    } else {
         receive();
+    }
 }
 
 void FTPDataSocket::Event_SendComplete() {
@@ -114,7 +139,7 @@ void FTPDataSocket::Event_SendComplete() {
             sendBlock();
         }
     }
-    Session.ResetConnectionTimer();
+    resetTimer();
 }
 
 void FTPDataSocket::Event_Error() {
@@ -122,6 +147,8 @@ void FTPDataSocket::Event_Error() {
     const bool hasClosed = LastErrorCode() == PeerClosed;
     if (hasClosed)
         receive();
+    if (!isInUse())
+        return;
     const FTPTransferKind kind = transferKind(Session.FTPSessionType);
     const bool isListing = kind.receives == FTPTransferKind::Data::File
                                ? kind.isWalk && FileList
@@ -137,6 +164,12 @@ void FTPDataSocket::Event_Error() {
     } else if (kind.receives == FTPTransferKind::Data::File) {
         fail(QStringLiteral("Error while receiving the file: ") + code);
     }
+}
+
+// What a dropped transfer left unread is no part of the next one.
+void FTPDataSocket::forgetLastTransfer() {
+    m_pause.stop();
+    FileData.clear();
 }
 
 void FTPDataSocket::createLocalFile(const QString& path) {
@@ -176,12 +209,27 @@ bool FTPDataSocket::openDataStream(const QString& path) {
 
 void FTPDataSocket::sendBlock() {
     const QByteArray block = DataStream.read(std::max(Session.SendBufferSize, 1));
+    if (DataStream.error() != QFileDevice::NoError) {
+        Session.CancelFTPSession(QStringLiteral("Error while sending the file: ") +
+                                 Text::Str(DataStream.error()));
+        return;
+    }
     BytesSent = saturated(qint64{BytesSent} + block.size());
     UpdateTransferStatus(BytesSent);
     if (!block.isEmpty())
         Write(block);
-    else  // nothing is under way that would complete
-        QMetaObject::invokeMethod(this, [this] { Event_SendComplete(); }, Qt::QueuedConnection);
+    else  // an empty file, or one that holds less than its size says
+        endUpload();
+}
+
+// What was received or sent may have ended the session, and this socket's part in it.
+bool FTPDataSocket::isInUse() const {
+    return Session.DataSocket == this;
+}
+
+void FTPDataSocket::resetTimer() {
+    if (isInUse())
+        Session.ResetConnectionTimer();
 }
 
 void FTPDataSocket::receive() {
@@ -199,7 +247,7 @@ void FTPDataSocket::receive() {
             ReadAll();
             break;
     }
-    Session.ResetConnectionTimer();
+    resetTimer();
 }
 
 void FTPDataSocket::storeBlock() {
@@ -209,21 +257,18 @@ void FTPDataSocket::storeBlock() {
     FileData = block;
     if (!bs.isOpen())
         return;
-    if (bs.write(block) != block.size())
-        fail(QStringLiteral("Error writing local file: ") + FileName);
-    else
+    if (bs.write(block) == block.size())
         UpdateTransferStatus(bs.pos());
+    else  // the end of the transfer must not pass for a success
+        Session.CancelFTPSession(QStringLiteral("Error writing local file: ") + FileName);
 }
 
 void FTPDataSocket::appendToListing() {
     FileData += ReadAll();
-    if (FileData.size() > FTPSessionClass::MaxListing) {
-        FileData.clear();
-        Close();
-        fail(QStringLiteral("Error: The directory list is too long."));
-        return;
-    }
-    UpdateTransferStatus(FileData.size());
+    if (FileData.size() <= FTPSessionClass::MaxListing)
+        UpdateTransferStatus(FileData.size());
+    else
+        Session.CancelFTPSession(QStringLiteral("Error: The directory list is too long."));
 }
 
 void FTPDataSocket::endUpload() {

@@ -27,13 +27,17 @@ public:
     QString GetFileName() const { return FileName; }
     void SetFileFolderItem(const std::optional<QFileInfo>& item);
     // The next transfer of the walk is a listing.
-    void SetFileList() { FileList = true; }
+    void SetFileList();
     // Sends the local file from RestartByteCount on, at once or as soon as the connection is there.
     void SetRestartPosition();
     void UpdateTransferStatus(qint64 count);
     void ParseDirectoryList(const QString& text);
+    // Connects to that port of the server.
+    void ConnectToServer(quint16 port);
     // Waits on the session's data port for the server.
     void ListenForServer();
+    // Drops the connection and closes the files.
+    void Drop();
 
     QString FileName;
     bool FileList = false;
@@ -51,6 +55,7 @@ protected:
     void Event_SendComplete() override;
 
 private:
+    void forgetLastTransfer();
     void createLocalFile(const QString& path);
     void openForRestart(const QString& path);
     bool openDataStream(const QString& path);
@@ -59,6 +64,8 @@ private:
     void storeBlock();
     void appendToListing();
     void endUpload();
+    bool isInUse() const;
+    void resetTimer();
     void finishReceiving();
     void fail(const QString& text);
 

@@ -182,9 +182,7 @@ void FTPSessionClass::closeSockets() {
         std::exchange(CommandSocket, nullptr)->deleteLater();
     }
     if (DataSocket) {
-        DataSocket->Close();
-        DataSocket->bs.close();
-        DataSocket->DataStream.close();
+        DataSocket->Drop();
         std::exchange(DataSocket, nullptr)->deleteLater();
     }
 }

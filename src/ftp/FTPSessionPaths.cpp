@@ -1,4 +1,6 @@
 // Paths, passive ports and the directory tree of a session.
+#include <algorithm>
+
 #include <QDir>
 #include <QFile>
 
@@ -18,6 +20,12 @@ int passiveField(const QString& fields, qsizetype number) {
     bool isNumber = false;
     const int value = Text::NthField(fields, u",", number).trimmed().toInt(&isNumber);
     return isNumber && value >= 0 && value <= 255 ? value : -1;
+}
+
+// Where the first line ends, with whatever line end it has.
+qsizetype lineEnd(QStringView text) {
+    const auto found = std::ranges::find_if(text, [](QChar c) { return c == u'\r' || c == u'\n'; });
+    return found - text.begin();
 }
 
 QString fileNameWithoutSlash(QString path) {
@@ -78,11 +86,10 @@ std::int32_t FTPSessionClass::GetCurrentDirectoryIndex(const QString& path) cons
 void FTPSessionClass::ParseDirectoryList(const QString& text) {
     QStringView rest(text);
     while (!rest.isEmpty() && CurrentDirectoryIndex >= 0) {
-        const qsizetype end = rest.indexOf(u'\n');
-        QStringView line = end < 0 ? rest : rest.first(end);
-        rest = end < 0 ? QStringView() : rest.sliced(end + 1);
-        if (line.endsWith(u'\r'))
-            line.chop(1);
+        const qsizetype end = lineEnd(rest);
+        const QStringView line = rest.first(end);
+        // Between a Return and a Line Feed this leaves an empty line, which tells nothing.
+        rest = end < rest.size() ? rest.sliced(end + 1) : QStringView();
         const FTPParsedDirListLineClass entry = ParseDirListLine(line.toString());
         // The name becomes part of a local path and of commands.
         if (!FTPPaths::isPlainFileName(entry.Name))
@@ -128,11 +135,8 @@ void FTPSessionClass::CalcSetPassivePort(const QString& reply) {
 }
 
 void FTPSessionClass::SetPassivePort(std::int32_t port) {
-    if (!DataSocket || !CommandSocket)
-        return;
-    DataSocket->Address = CommandSocket->RemoteAddress().toString();
-    DataSocket->Port = static_cast<quint16>(port);
-    DataSocket->Connect();
+    if (DataSocket)
+        DataSocket->ConnectToServer(static_cast<quint16>(port));
 }
 
 void FTPSessionClass::MakeTopFolder() {

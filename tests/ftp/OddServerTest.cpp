@@ -1,5 +1,8 @@
 // Servers that are slow, early, odd, broken or hostile.
+#include <csignal>
+
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include "Operations.h"
 #include "ScriptedServer.h"
@@ -299,7 +302,8 @@ TEST_F(OddServer, NeverEndsItsListing) {
     server.fixedListing = QByteArray(65 * 1024 * 1024, 'x');
     EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList, 30'000),
               "error: Error: The directory list is too long.");
-    EXPECT_TRUE(session.DataSocket->FileData.isEmpty());
+    EXPECT_EQ(session.DataSocket, nullptr) << "or all of it would still be taken in";
+    EXPECT_FALSE(session.ConnectionTimer->IsOn());
 }
 
 struct Passive {
@@ -367,13 +371,16 @@ TEST_F(OddServer, ListsNamesThatLeadElsewhere) {
     for (const char* name : {"../x", "/etc/x", "sub/three.txt", "", ".", "..",
                              "a\x01"
                              "b",
-                             "a\rDELE a.txt"})
+                             "\rDELE a.txt"})
         server.fixedListing += file + name + "\r\n" + folder + name + "\r\n";
-    server.fixedListing += file + "one.txt\r\n";
+    // A Return alone ends a line too.
+    server.fixedListing += file + "one.txt\r" + file + "two.txt";
     EXPECT_EQ(bench.runIn(QStringLiteral("/work/pub"), &FTPSessionClass::GetDir),
               "ok: Directory Transfer Complete.");
-    EXPECT_EQ(server.commands.filter(QStringLiteral("RETR")), QStringList(QStringLiteral("RETR one.txt")));
-    EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/pub")), QStringList(QStringLiteral("one.txt=one")));
+    EXPECT_EQ(server.commands.filter(QStringLiteral("RETR")),
+              (QStringList{QStringLiteral("RETR two.txt"), QStringLiteral("RETR one.txt")}));
+    EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/pub")),
+              (QStringList{QStringLiteral("one.txt=one"), QStringLiteral("two.txt=two")}));
     EXPECT_EQ(server.commands.filter(QStringLiteral("DELE")), QStringList());
 }
 
@@ -436,6 +443,43 @@ TEST_F(OddServer, IsNotSentAFileThatIsMissing) {
     bench.session->LocalDirectory += QStringLiteral("none/");
     EXPECT_THAT(bench.run(&FTPSessionClass::StartPutDir), StartsWith("error: Cannot find this path: "));
     EXPECT_EQ(bench.session->CommandSocket, nullptr);
+}
+
+TEST_F(OddServer, SendsMoreThanTheDiskTakes) {
+    logon();
+    writeFile(root.path() + QStringLiteral("/work/big"), QByteArray(2 * 1024 * 1024, 'x'));
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full{64 * 1024, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    EXPECT_EQ(bench.runWith({QStringLiteral("big")}, &FTPSessionClass::GetSingleFile),
+              "error: Error writing local file: big");
+    settle();
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(bench.status->ends.size(), 1) << "one error, and no success behind it";
+    EXPECT_FALSE(session.ConnectionTimer->IsOn());
+}
+
+// Files of the system tell a size that they do not hold.
+TEST_F(OddServer, IsSentLessThanTheSizeOfTheFile) {
+    logon();
+    session.LocalDirectory = QStringLiteral("/sys/class/net/lo/");
+    const QByteArray content = readFile(session.LocalDirectory + QStringLiteral("mtu"));
+    EXPECT_EQ(bench.runWith({QStringLiteral("mtu")}, &FTPSessionClass::PutSingleFile),
+              "ok: File Transfer Complete.");
+    EXPECT_EQ(readFile(root.path() + QStringLiteral("/work/mtu")), content);
+}
+
+TEST_F(OddServer, IsAskedForAListingInTheMiddleOfADownload) {
+    logon();
+    server.keepsDataOpen = true;
+    session.Files = QStringList(QStringLiteral("a.txt"));
+    session.GetSingleFile();
+    EXPECT_TRUE(waitUntil([&] { return localFile("a.txt") == "alpha"; }));
+    server.keepsDataOpen = false;
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList), "ok: The file list has been transferred.");
+    EXPECT_THAT(session.DirectoryFileList.toStdString(), StartsWith("-rw-r--r--"));
 }
 
 TEST_F(OddServer, BreaksATransferOff) {
