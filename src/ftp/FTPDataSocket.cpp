@@ -146,7 +146,7 @@ void FTPDataSocket::Event_Error() {
     const QString code = Text::Str(LastErrorCode());
     const bool hasClosed = LastErrorCode() == PeerClosed;
     if (hasClosed)
-        receive();
+        takeBytes();
     if (!isInUse())
         return;
     const FTPTransferKind kind = transferKind(Session.FTPSessionType);
@@ -233,6 +233,11 @@ void FTPDataSocket::resetTimer() {
 }
 
 void FTPDataSocket::receive() {
+    takeBytes();
+    resetTimer();
+}
+
+void FTPDataSocket::takeBytes() {
     m_pause.stop();
     switch (transferKind(Session.FTPSessionType).receives) {
         case FTPTransferKind::Data::File:
@@ -247,7 +252,6 @@ void FTPDataSocket::receive() {
             ReadAll();
             break;
     }
-    resetTimer();
 }
 
 void FTPDataSocket::storeBlock() {

@@ -61,6 +61,7 @@ private:
     bool openDataStream(const QString& path);
     void sendBlock();
     void receive();
+    void takeBytes();
     void storeBlock();
     void appendToListing();
     void endUpload();
