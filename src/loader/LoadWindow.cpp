@@ -12,7 +12,6 @@
 #include "LogField.h"
 #include "Naming.h"
 #include "Placement.h"
-#include "ShortVersion.h"
 #include "SystemVersion.h"
 #include "Text.h"
 
@@ -81,8 +80,7 @@ void LoadWindow::Event_Open() {
     m_globals.ActivityLog = [this](const QString& line) { takeLogLine(line); };
     m_globals.m_loadingfirmware = true;
     show();
-    m_globals.SetStatusText(QStringLiteral("Tessarin VLX Utility for OS X Version ") + ShortVersion(), false);
-    GetOSVersion(m_globals);
+    logVersions(m_globals);
 }
 
 Task<> LoadWindow::BeginLoad() {

@@ -2,6 +2,7 @@
 
 #include <QSysInfo>
 
+#include "ShortVersion.h"
 #include "Text.h"
 
 QString systemVersionLine(const QString& prettyName, const QString& type, const QString& version) {
@@ -24,4 +25,9 @@ void GetOSVersion(Globals& globals) {
     globals.SetStatusText(
         systemVersionLine(QSysInfo::prettyProductName(), QSysInfo::productType(), QSysInfo::productVersion()),
         false);
+}
+
+void logVersions(Globals& globals) {
+    globals.SetStatusText(QStringLiteral("Tessarin VLX Utility for OS X Version ") + ShortVersion(), false);
+    GetOSVersion(globals);
 }

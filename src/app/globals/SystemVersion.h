@@ -9,3 +9,6 @@ QString systemVersionLine(const QString& prettyName, const QString& type, const 
 
 // Logs that line, not as trace.
 void GetOSVersion(Globals& globals);
+
+// Logs the program's version, then the system's, as at the head of every log.
+void logVersions(Globals& globals);

@@ -75,8 +75,7 @@ Task<> App::Window1_Event_Open() {
     co_await m_platform.clock.yield();
     ApplicationFolders::makeAll(m_platform.folders, m_globals);
     m_window1.firmwareTab().setFolderPath(m_globals.m_FolderPath);
-    m_globals.SetStatusText(QStringLiteral("Tessarin VLX Utility for OS X Version ") + ShortVersion(), false);
-    GetOSVersion(m_globals);
+    logVersions(m_globals);
     co_await openPortAndSense();
     m_window1.setTab(m_globals.m_TabPanel);
     m_windowState.mStartup = false;
@@ -116,9 +115,7 @@ Task<> App::openPortAndSense() {
     co_await m_ports.openAtStart();
     m_window1.portTab().setSerialPortMenuIndex(m_windowState.m_Port);
     m_globals.FaultCodes = CreateFaultCodesArray();
-    co_await m_firmwareFolder.Checklocalfiles();
-    co_await m_versions.CheckVLXVersion();
-    co_await m_firmwareFolder.CheckNewVersion();
+    co_await m_firmwareFolder.CheckSequence();
 }
 
 Task<bool> App::LoadMcu() {
