@@ -17,6 +17,9 @@ class FTPSessionClass;
 //
 // FileData tells the steps whether a transfer is still under way: on a download it holds the last block
 // received, on a listing all of it, and it is empty again when the server has closed the connection.
+//
+// A transfer that cannot go on (the disk is full, a file cannot be read, a listing is longer than MaxListing)
+// cancels the session: the server's later 226 would make a success of it.
 class FTPDataSocket final : public SSLSocket {
 public:
     explicit FTPDataSocket(FTPSessionClass& session);
