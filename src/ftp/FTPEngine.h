@@ -15,8 +15,8 @@ public:
     explicit FTPEngine(FTPSessionClass& owner) : session(owner) {}
 
     // Hands a reply to the table of the running operation; a type without a table does nothing.
-    void Execute(const QString& line, std::int32_t code);
-    void Execute(const FTPStepTable& table, const QString& line, std::int32_t code);
+    void Execute(const QString& reply, std::int32_t code);
+    void Execute(const FTPStepTable& table, const QString& reply, std::int32_t code);
     // Takes up the row that waits for an encrypted control connection.
     void onSecured();
     // A new operation, or the end of one: nothing waits any more.

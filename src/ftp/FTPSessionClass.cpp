@@ -45,7 +45,7 @@ QString FTPSessionClass::GetNextFileName() {
 std::optional<QFileInfo> FTPSessionClass::GetNextFolderItem() {
     if (FileFolderItems.empty())
         return std::nullopt;
-    const QFileInfo item = FileFolderItems.back();
+    QFileInfo item = FileFolderItems.back();
     FileFolderItems.pop_back();
     return item;
 }
