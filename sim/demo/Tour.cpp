@@ -34,7 +34,10 @@ Task<> Tour::operate() {
     co_await m_clock.sleep(500ms);
     press(QStringLiteral("BandSelected5"));
     press(QStringLiteral("OperStby"));
-    co_await m_clock.sleep(3s);
+    // The simulated operator keys the amplifier for some seconds in every eight.
+    while (m_amplifier.liveValues().read().watts == 0)
+        co_await m_clock.sleep(100ms);
+    co_await m_clock.sleep(1200ms);
     takePicture(&m_app.mainWindow(), QStringLiteral("operate"));
     m_amplifier.raiseFault(9);
     co_await m_clock.sleep(1500ms);

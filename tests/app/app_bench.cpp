@@ -151,6 +151,7 @@ Outcome runSelf(const QString& mode) {
 
 double medianStart(const QString& mode) {
     std::vector<double> times;
+    times.reserve(Starts);
     for (int start = 0; start < Starts; ++start)
         times.push_back(runSelf(mode).milliseconds);
     std::sort(times.begin(), times.end());
@@ -239,7 +240,7 @@ int runAll() {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    const QString mode = application.arguments().value(1);
+    const QString mode = QCoreApplication::arguments().value(1);
     if (mode == u"--bare")
         return runBareWindow();
     if (mode == u"--start")

@@ -378,10 +378,7 @@ TEST_F(OddServer, ListsNamesThatLeadElsewhere) {
     logon();
     const QByteArray file = "-rw-r--r-- 1 a b 3 Mar 09 14:05 ";
     const QByteArray folder = "drwxr-xr-x 1 a b 3 Mar 09 14:05 ";
-    for (const char* name : {"../x", "/etc/x", "sub/three.txt", "", ".", "..",
-                             "a\x01"
-                             "b",
-                             "\rDELE a.txt"})
+    for (const char* name : {"../x", "/etc/x", "sub/three.txt", "", ".", "..", "a\001b", "\rDELE a.txt"})
         server.fixedListing += file + name + "\r\n" + folder + name + "\r\n";
     // A Return alone ends a line too.
     server.fixedListing += file + "one.txt\r" + file + "two.txt";

@@ -32,7 +32,7 @@ public:
     QStringList commands;  // received
     int replies = 0;
     bool isConnected() const { return m_control && m_control->state() == QAbstractSocket::ConnectedState; }
-    void send(QByteArray reply);
+    void send(QByteArray text);
     QTcpSocket* data() const { return m_data; }
 
 private:
