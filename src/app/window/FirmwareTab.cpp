@@ -1,6 +1,5 @@
 #include "FirmwareTab.h"
 
-#include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>

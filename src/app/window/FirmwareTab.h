@@ -7,7 +7,6 @@
 #include "RetrievalView.h"
 
 class LogField;
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
