@@ -35,6 +35,7 @@ public:
         return bench.run([this](FTPSessionClass& s) { m_operation.start(s); });
     }
 
+    QString root() const { return m_root.path(); }
     // Whether any reply would do for the step that the replaced one belongs to.
     bool takesAnyReply() const {
         return commandReplaced.startsWith(u"QUIT") ||
@@ -158,6 +159,98 @@ TEST_P(EveryStep, CanBeDroppedAtAnyReply) {
         settle(2);
     }
 }
+
+// ---- The data connection: its bytes before, with or behind the reply, in one burst or in many, and its end
+
+std::vector<OperationCase> operationsWithData() {
+    std::vector<OperationCase> chosen;
+    const std::string_view names[] = {"GetSingleFile",
+                                      "PutSingleFile",
+                                      "RestartGetSingleFile",
+                                      "RestartPutSingleFile",
+                                      "GetDirList",
+                                      "GetDir",
+                                      "PutDir",
+                                      "DeleteDir",
+                                      "StartGetFile",
+                                      "StartPutFile",
+                                      "StartGetDirList",
+                                      "StartGetDir",
+                                      "StartPutDir",
+                                      "StartDeleteDir"};
+    std::ranges::copy_if(AllOperations, std::back_inserter(chosen), [&](const OperationCase& operation) {
+        return std::ranges::find(names, operation.name) != std::end(names);
+    });
+    return chosen;
+}
+
+class EveryTiming : public testing::TestWithParam<OperationCase> {
+protected:
+    using Reply = DataTiming::Reply;
+    using End = DataTiming::End;
+
+    static bool sends() { return std::string_view(GetParam().name).find("Put") != std::string_view::npos; }
+    static void eachTiming(End end, const std::function<void(World&)>& check) {
+        for (const Reply reply : {Reply::Behind, Reply::First, Reply::WithoutStart}) {
+            for (const bool inBursts : {false, true}) {
+                SCOPED_TRACE(testing::Message()
+                             << "reply " << static_cast<int>(reply) << " bursts " << inBursts);
+                World world(GetParam());
+                world.server.timing = {reply, inBursts, end};
+                check(world);
+            }
+        }
+    }
+};
+
+TEST_P(EveryTiming, IsWholeWhenItsReportComes) {
+    QStringList expected;
+    eachTiming(End::Close, [&expected](World& world) {
+        EXPECT_EQ(world.run(), success(GetParam()));
+        const QStringList result = tree(world.bench.local.path()) + tree(world.root()) +
+                                   QStringList(world.bench.session->DirectoryFileList);
+        if (expected.isEmpty())
+            expected = result;
+        EXPECT_EQ(result, expected);
+        EXPECT_EQ(world.bench.dialogs.shown, QStringList());
+    });
+}
+
+TEST_P(EveryTiming, FailsOnAReset) {
+    eachTiming(End::Reset, [](World& world) {
+        // The server has taken an upload whole when it says so, whatever it does to the connection.
+        if (sends() && world.server.timing.reply != Reply::Behind)
+            return;
+        EXPECT_THAT(world.run(), testing::StartsWith(sends() ? "error: Error" : "error: Error while "));
+        const qsizetype sent = world.server.commands.size();
+        settle(5);
+        EXPECT_EQ(world.server.commands.size(), sent) << "nothing happens behind the error";
+    });
+}
+
+TEST_P(EveryTiming, TimesOutOnAConnectionThatIsLeftOpen) {
+    if (sends())
+        return;  // it is the client that closes
+    eachTiming(End::Open, [](World& world) {
+        GetParam().start(*world.bench.session);
+        EXPECT_TRUE(waitUntil([&] { return world.server.data() && world.server.timing.end == End::Open; }));
+        settle(20);
+        if (world.server.timing.reply == Reply::Behind)
+            world.server.send("226 Transfer complete.\r\n");
+        settle(20);
+        EXPECT_EQ(world.bench.status->ends, QStringList());
+        EXPECT_EQ(world.server.commands.count(QStringLiteral("NOOP")), 1);
+        world.bench.clock.advance(std::chrono::milliseconds(250));
+        settle(5);
+        EXPECT_EQ(world.server.commands.count(QStringLiteral("NOOP")), 2);
+        world.bench.clock.advance(std::chrono::seconds(20));
+        EXPECT_EQ(world.bench.status->ends.join(u'|').toStdString(),
+                  "error: Error: The connection timed out. Ending session.");
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, EveryTiming, testing::ValuesIn(operationsWithData()),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(Operations, EveryStep, testing::ValuesIn(AllOperations),
                          [](const auto& tested) { return std::string(tested.param.name); });

@@ -1,6 +1,9 @@
 // Servers that are slow, early, odd, broken or hostile.
 #include <csignal>
 
+#include <QHostInfo>
+#include <QRegularExpression>
+
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
@@ -143,6 +146,69 @@ TEST_F(OddServer, ClosesAnUnusedDataConnectionLater) {
     EXPECT_FALSE(session.ConnectionTimer->IsOn()) << "nothing is awaited that could time out";
 }
 
+// ---- IPv6
+
+class IPv6Server : public testing::Test {
+protected:
+    void begin(const QString& host) {
+        prepareServer(root.path());
+        prepareLocal(bench.local.path());
+        bench.connectTo(server.port());
+        bench.session->ServerAddress = host;
+    }
+
+    QTemporaryDir root;
+    ScriptedServer server{root.path(), QHostAddress::LocalHostIPv6};
+    SessionBench<SimClock> bench;
+};
+
+TEST_F(IPv6Server, IsAskedInExtendedForms) {
+    begin(QStringLiteral("::1"));
+    logOnTo(bench);
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList), "ok: The file list has been transferred.");
+    EXPECT_TRUE(bench.session->DirectoryFileList.contains(u"a.txt"));
+    EXPECT_EQ(bench.runIn(QStringLiteral("/work/pub"), &FTPSessionClass::GetDir),
+              "ok: Directory Transfer Complete.");
+    bench.session->PassiveMode = false;
+    EXPECT_EQ(bench.runIn(QStringLiteral("/work/pub"), &FTPSessionClass::DeleteDir),
+              "ok: The directory has been deleted.");
+    EXPECT_EQ(server.commands.filter(QStringLiteral("EPRT")).value(0).toStdString(),
+              QStringLiteral("EPRT |2|::1|%1|").arg(bench.session->DataPort - 2).toStdString());
+    EXPECT_EQ(server.commands.filter(QRegularExpression(QStringLiteral("^P(ASV|ORT)"))), QStringList());
+}
+
+TEST_F(IPv6Server, IsReachedWhereIPv4AnswersNothing) {
+    const QList<QHostAddress> addresses = QHostInfo::fromName(QStringLiteral("localhost")).addresses();
+    if (!addresses.contains(QHostAddress(QHostAddress::LocalHostIPv6)))
+        GTEST_SKIP() << "localhost is no IPv6 name here";
+    begin(QStringLiteral("localhost"));
+    logOnTo(bench);
+    EXPECT_TRUE(bench.session->IsIPv6());
+    ScriptedServer other(root.path());
+    bench.session->CommandPort = other.port();
+    EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "ok: Connected to Tessarin server.");
+    EXPECT_FALSE(bench.session->IsIPv6()) << "IPv4 comes first";
+}
+
+TEST_F(IPv6Server, OffersNoUsablePort) {
+    for (const char* reply : {"502 Not known.", "227 Passive (127,0,0,1,4,5)", "229 (|||0|)",
+                              "229 (|||70000|)", "229 (||5|)", "229 ()"}) {
+        begin(QStringLiteral("::1"));
+        server.answer = nullptr;
+        logOnTo(bench);
+        server.answer = [reply](const QString& command) -> std::optional<QByteArray> {
+            return command == u"EPSV" ? std::optional(QByteArray(reply) + "\r\n") : std::nullopt;
+        };
+        const bool isRefusal = reply[2] != '9';
+        EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList),
+                  isRefusal ? std::string("error: Error: The server refuses EPSV, and there is no other "
+                                          "passive mode over IPv6: ") +
+                                  reply
+                            : std::string("error: Error: ") + reply + "\n");
+        EXPECT_EQ(server.data(), nullptr);
+    }
+}
+
 // ---- Encryption
 
 TEST_F(OddServer, OffersNoEncryption) {
@@ -205,39 +271,6 @@ INSTANTIATE_TEST_SUITE_P(Steps, SingleStepTest, testing::Values(
 
 // ---- The order of things
 
-TEST_F(OddServer, EndsAListingBeforeItsData) {
-    logon();
-    server.endsTransferFirst = true;
-    EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList), "ok: The file list has been transferred.");
-}
-
-TEST_F(OddServer, SendsDataBeforeItSaysSo) {
-    logon();
-    server.startsTransferLate = true;
-    EXPECT_EQ(bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::GetSingleFile),
-              "ok: File Transfer Complete.");
-    EXPECT_EQ(localFile("a.txt"), "alpha");
-    EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList), "ok: The file list has been transferred.");
-    EXPECT_TRUE(session.DirectoryFileList.contains(u"a.txt"));
-}
-
-TEST_F(OddServer, ClosesADownloadLongAfterTheEnd) {
-    logon();
-    server.keepsDataOpen = true;
-    session.Files = QStringList(QStringLiteral("a.txt"));
-    session.GetSingleFile();
-    EXPECT_TRUE(waitUntil([&] { return localFile("a.txt") == "alpha"; }));
-    server.send("226 Transfer complete.\r\n");
-    // Real NOOPs go back and forth until the connection is closed.
-    EXPECT_TRUE(waitUntil([&] { return server.commands.count(QStringLiteral("NOOP")) >= 3; }));
-    EXPECT_TRUE(bench.status->responses.contains(QStringLiteral("FORCENOOP")));
-    EXPECT_EQ(bench.status->ends.size(), 0);
-    server.data()->disconnectFromHost();
-    EXPECT_TRUE(waitUntil([&] { return bench.status->ends.size() == 1; }));
-    EXPECT_EQ(bench.status->ends.constLast().toStdString(), "ok: File Transfer Complete.");
-    EXPECT_TRUE(session.ConnectionTimer->IsOn()) << "left running on purpose";
-}
-
 TEST_F(OddServer, Says125InPlaceOf150) {
     logon();
     server.intercept = [](int, QByteArray& reply) { reply.replace("150 ", "125 "); };
@@ -256,24 +289,245 @@ TEST_F(OddServer, TellsASizeInThreeFields) {
     EXPECT_TRUE(server.commands.contains(QStringLiteral("REST 0")));
 }
 
-// A walk takes a listing in blocks; of a listing in several only the last block counts.
-TEST_F(OddServer, PausesInTheListingOfAWalk) {
+// A listing longer than one read, whose files stand at its two ends.
+TEST_F(OddServer, ListsMoreThanOneReadHoldsInAWalk) {
     logon();
-    server.keepsDataOpen = true;
-    server.fixedListing = "-rw-r--r-- 1 a b 3 Mar 09 14:05 one.txt\r\n";
-    session.ServerDirectory = QStringLiteral("/work/pub");
-    session.GetDir();
+    const QByteArray ignored = "crw-r--r-- 1 a b 3 Mar 09 14:05 a device that a walk passes over\r\n";
+    server.fixedListing = "-rw-r--r-- 1 a b 3 Mar 09 14:05 one.txt\r\n" + ignored.repeated(8000) +
+                          "-rw-r--r-- 1 a b 3 Mar 09 14:05 two.txt\r\n";
+    EXPECT_EQ(bench.runIn(QStringLiteral("/work/pub"), &FTPSessionClass::GetDir),
+              "ok: Directory Transfer Complete.");
+    EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/pub")),
+              (QStringList{QStringLiteral("one.txt=one"), QStringLiteral("two.txt=two")}));
+}
+
+// ---- Lengths
+
+struct Told {
+    const char* name;
+    const char* note;
+    const char16_t* type;
+    const char* report;
+};
+
+class ToldLength : public OddServer, public testing::WithParamInterface<Told> {};
+
+TEST_P(ToldLength, DecidesWhetherAllCame) {
+    logon();
+    server.transferNote = GetParam().note;
+    session.FTPTransferType = QString::fromUtf16(GetParam().type);
+    EXPECT_EQ(bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::GetSingleFile), GetParam().report);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lengths, ToldLength,
+    testing::Values(Told{"Same", " (5 bytes)", u"I", "ok: File Transfer Complete."},
+                    Told{"More", " (6 bytes)", u"I", "error: Error while receiving the file: 5 of 6 bytes"},
+                    Told{"Less", " (4 bytes)", u"I", "error: Error while receiving the file: 5 of 4 bytes"},
+                    Told{"OtherLineEnds", " (6 bytes)", u"A", "ok: File Transfer Complete."},
+                    Told{"NoNumber", " (some bytes)", u"I", "ok: File Transfer Complete."}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+struct Restart {
+    const char* name;
+    const char* local;  // what lies here; the server has "part and the rest" or what it sends
+    const char* sent;   // by a server that passes over the offset; none: it heeds it
+    const char* note;
+    const char* report;  // and what lies here afterwards
+    const char* result;
+};
+
+class RestartedDownload : public OddServer, public testing::WithParamInterface<Restart> {};
+
+TEST_P(RestartedDownload, IsTakenUpOrLeftAsItWas) {
+    const Restart& restart = GetParam();
+    writeFile(root.path() + QStringLiteral("/work/rest"), "abababab");
+    writeFile(bench.local.path() + QStringLiteral("/rest"), restart.local);
+    logon();
+    server.transferNote = restart.note;
+    if (restart.sent)
+        answerTo("REST", restart.sent);
+    EXPECT_THAT(bench.runWith({QStringLiteral("rest")}, &FTPSessionClass::RestartGetSingleFile),
+                StartsWith(restart.report));
+    EXPECT_EQ(localFile("rest"), restart.result);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Restarts, RestartedDownload, testing::Values(
+    Restart{"Heeded",              "aba",  nullptr,          "",           "ok: ",                                                 "abababab"},
+    Restart{"Refused",             "ab",   "502 No.\r\n",    "",           "error: Error: 502 No.",                                "ab"},
+    Restart{"PassedOver",          "ab",   "350 Well.\r\n",  "",           "error: Error: The server has passed over the restart", "ab"},
+    Restart{"PassedOverTelling",   "ab",   "350 Well.\r\n",  " (8 bytes)", "error: Error: The server has passed over the restart", "ab"},
+    // What is left is like the beginning: the length that the server tells decides.
+    Restart{"LikeTheBeginning",    "ab",   nullptr,          "",           "ok: ",                                                 "abababab"},
+    Restart{"RestTold",            "ab",   nullptr,          " (6 bytes)", "ok: ",                                                 "abababab"},
+    Restart{"WholeTold",           "ab",   nullptr,          " (8 bytes)", "ok: ",                                                 "abababab"},
+    Restart{"TooLittleTold",       "aba",  nullptr,          " (7 bytes)", "error: Error while receiving the file: 5 of 7 bytes",  "abababab"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+// clang-format on
+
+TEST_F(OddServer, HasNoSizeToSettleADoubtfulRestart) {
+    writeFile(root.path() + QStringLiteral("/work/rest"), "abababab");
+    writeFile(bench.local.path() + QStringLiteral("/rest"), "ab");
+    logon();
+    answerTo("SIZE", "502 No.\r\n");
+    EXPECT_THAT(bench.runWith({QStringLiteral("rest")}, &FTPSessionClass::RestartGetSingleFile),
+                StartsWith("error: Error: The server has passed over the restart"));
+    EXPECT_EQ(localFile("rest"), "ab");
+}
+
+struct Offset {
+    const char* name;
+    const char* size;
+    const char* report;
+};
+
+class UploadOffset : public OddServer, public testing::WithParamInterface<Offset> {};
+
+TEST_P(UploadOffset, IsWithinTheFileAndTwoGiB) {
+    logon();
+    QFile large(bench.local.path() + QStringLiteral("/up.txt"));
+    EXPECT_TRUE(large.open(QIODevice::WriteOnly) && large.resize((qint64{1} << 31) + 8));
+    large.close();
+    answerTo("SIZE", "213 " + QByteArray(GetParam().size) + "\r\n");
+    server.timing.end = DataTiming::End::Reset;  // the sparse file itself is not wanted
+    EXPECT_THAT(bench.runWith({QStringLiteral("up.txt")}, &FTPSessionClass::RestartPutSingleFile),
+                StartsWith(GetParam().report));
+    const bool isAsked =
+        !server.commands.filter(QStringLiteral("REST ") + QString::fromLatin1(GetParam().size)).isEmpty();
+    EXPECT_EQ(isAsked, std::string_view(GetParam().name) == "Last");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, UploadOffset,
+                         testing::Values(Offset{"Last", "2147483647", "error: Error"},
+                                         Offset{"PastIt", "2147483648", "error: Error: 213 2147483648"}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST_F(OddServer, HasMoreThanTheFileThatIsSentOn) {
+    logon();
+    answerTo("SIZE", "213 18\r\n");
+    EXPECT_THAT(bench.runWith({QStringLiteral("up.txt")}, &FTPSessionClass::RestartPutSingleFile),
+                StartsWith("error: Error while sending the file: the server has more"));
+}
+
+TEST_F(OddServer, IsAskedToRestartBehindTwoGiB) {
+    logon();
+    QFile large(bench.local.path() + QStringLiteral("/a.txt"));
+    EXPECT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(qint64{1} << 31));
+    EXPECT_EQ(bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::RestartGetSingleFile),
+              "error: Error writing local file: a.txt");
+    EXPECT_TRUE(large.resize((qint64{1} << 31) - 1));
+    answerTo("REST", "550 Enough seen.\r\n");
+    bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::RestartGetSingleFile);
+    EXPECT_TRUE(server.commands.contains(QStringLiteral("REST 2147483647")));
+}
+
+// ---- Local files
+
+TEST_F(OddServer, RefusesAFileThatIsHereAlready) {
+    logon();
+    writeFile(bench.local.path() + QStringLiteral("/none"), "precious");
+    EXPECT_THAT(bench.runWith({QStringLiteral("none")}, &FTPSessionClass::GetSingleFile),
+                StartsWith("error: Error: 550 "));
+    EXPECT_EQ(localFile("none"), "precious");
+}
+
+TEST_F(OddServer, IsGivenNamesThatItsEncodingLacks) {
+    logon();
+    for (const QString& name : {QStringLiteral("\u03a9.txt"), QStringLiteral("\u0416.txt")}) {
+        writeFile(bench.local.path() + u'/' + name, "greek");
+        EXPECT_EQ(bench.runWith({name}, &FTPSessionClass::PutSingleFile),
+                  "error: Error: A command cannot hold a character that the server's encoding lacks.");
+    }
+    EXPECT_EQ(server.commands.filter(QStringLiteral("STOR")), QStringList());
+}
+
+TEST_F(OddServer, IsSentATreeWithAFolderCalledUpAndLinks) {
+    logon();
+    const QString top = bench.local.path() + QStringLiteral("/odd/");
+    for (const char* name : {"UP/one.txt", "UP/up/two.txt", "after.txt"})
+        writeFile(top + QString::fromLatin1(name), name);
+    QFile::link(top, top + QStringLiteral("loop"));
+    QFile::link(top + QStringLiteral("nothing"), top + QStringLiteral("broken"));
+    session.LocalDirectory = top;
+    EXPECT_EQ(bench.run(&FTPSessionClass::PutDir), "ok: Directory Transfer Complete.");
+    EXPECT_EQ(tree(root.path() + QStringLiteral("/work/UP")),
+              (QStringList{QStringLiteral("one.txt=UP/one.txt"), QStringLiteral("up/"),
+                           QStringLiteral("up/two.txt=UP/up/two.txt")}));
+    EXPECT_EQ(readFile(root.path() + QStringLiteral("/work/after.txt")), "after.txt");
     EXPECT_TRUE(
-        waitUntil([&] { return server.data() && server.commands.contains(QStringLiteral("LIST -a")); }));
+        bench.status->statuses.contains(QStringLiteral("Skipped a link to a folder: %1loop").arg(top)));
+    EXPECT_TRUE(bench.status->statuses.contains(QStringLiteral("Skipped a broken link: %1broken").arg(top)));
+}
+
+TEST_F(OddServer, HoldsNamesThatDifferInLetterCaseAlone) {
+    const QString top = root.path() + QStringLiteral("/work/pub/");
+    for (const char* name : {"A.txt", "a.txt", "D/x", "d/y"})
+        writeFile(top + QString::fromLatin1(name), name);
+    logon();
+    EXPECT_EQ(bench.runIn(QStringLiteral("/work/pub/"), &FTPSessionClass::GetDir),
+              "ok: Directory Transfer Complete.");
+    EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/pub")), tree(top));
+    session.LocalDirectory = bench.local.path() + QStringLiteral("/all/");
+    QDir().mkpath(session.LocalDirectory);
+    EXPECT_EQ(bench.runIn(QStringLiteral("/"), &FTPSessionClass::GetDir), "ok: Directory Transfer Complete.");
+    EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/all")), tree(root.path()));
+    EXPECT_EQ(bench.runIn(QStringLiteral("work"), &FTPSessionClass::GetDir),
+              "error: Error: The path of a directory tree must be absolute: work");
+    EXPECT_EQ(bench.dialogs.shown, QStringList());
+}
+
+// ---- Behind an end
+
+TEST_F(OddServer, AnswersAfterTheTimeOut) {
+    logon();
+    answerTo("CWD", "");
+    session.ServerDirectory = QStringLiteral("/work/pub");
+    session.DeleteDir();
+    EXPECT_TRUE(waitUntil([&] { return server.commands.constLast().startsWith(u"CWD"); }));
+    settle(5);
+    bench.clock.advance(std::chrono::seconds(20));
+    EXPECT_EQ(bench.status->ends.size(), 1);
+    const qsizetype sent = server.commands.size();
+    server.answer = nullptr;
+    server.send("250 Changed at last.\r\n");
     settle();
-    bench.clock.advance(std::chrono::milliseconds(20));
-    server.data()->write("-rw-r--r-- 1 a b 3 Mar 09 14:05 two.txt\r\n");
-    settle();
-    server.data()->disconnectFromHost();
-    server.keepsDataOpen = false;
-    server.send("226 Done.\r\n");
-    EXPECT_TRUE(waitUntil([&] { return bench.status->ends.size() == 1; }));
-    EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/pub")), QStringList(QStringLiteral("two.txt=two")));
+    EXPECT_EQ(server.commands.size(), sent);
+    EXPECT_FALSE(session.ConnectionTimer->IsOn());
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetWorkingDir), "ok: The working directory has been transferred.");
+    EXPECT_EQ(bench.status->ends.size(), 2);
+}
+
+// The late reply comes when the next operation waits for its own.
+TEST_F(OddServer, AnswersInTheMiddleOfTheNextOperation) {
+    logon();
+    answerTo("MKD", "");
+    session.ServerDirectory = QStringLiteral("/work/new");
+    session.MakeDir();
+    EXPECT_TRUE(waitUntil([&] { return server.commands.constLast().startsWith(u"MKD"); }));
+    bench.clock.advance(std::chrono::seconds(20));
+    answerTo("RMD", "257-Made\r\n257 at last.\r\n250 Removed.\r\n");
+    EXPECT_EQ(bench.run(&FTPSessionClass::RemoveDir), "ok: Empty Directory Removed.");
+}
+
+TEST_F(OddServer, IsAskedMoreFromInsideAReport) {
+    logon();
+    session.ServerDirectory = QStringLiteral("/work/none");
+    bench.status->next = [this] {
+        answerTo("USER", "");
+        session.StartGetDirList();
+    };
+    EXPECT_THAT(bench.run(&FTPSessionClass::ChangeDir), StartsWith("error: Error: 550"));
+    EXPECT_TRUE(waitUntil([&] { return server.commands.constLast().startsWith(u"USER"); }));
+    bench.status->next = [this] {
+        server.answer = nullptr;
+        session.Logon();
+    };
+    bench.clock.advance(std::chrono::seconds(20));
+    EXPECT_TRUE(session.ConnectionTimer->IsOn()) << "the end of the one does not stop the timer of the other";
+    EXPECT_TRUE(waitUntil([&] { return bench.status->ends.size() == 3; }));
+    EXPECT_EQ(bench.status->ends.mid(1).join(u'|').toStdString(),
+              "error: Error: The connection timed out. Ending session.|ok: Connected to Tessarin server.");
 }
 
 // ---- Passwords
@@ -284,6 +538,18 @@ TEST_F(OddServer, RepeatsThePasswordItRefuses) {
     const QString everything = bench.status->all.join(u'\n');
     EXPECT_FALSE(everything.contains(u"secret-word")) << everything.toStdString();
     EXPECT_TRUE(bench.status->responses.contains(QStringLiteral("PASS")));
+}
+
+TEST_F(OddServer, SpeaksThePasswordInOtherPlaces) {
+    logon();
+    answerTo("PWD", "257 \"/srv/secret-word\"\r\n");
+    bench.run(&FTPSessionClass::GetWorkingDir);
+    EXPECT_EQ(bench.status->responses.constLast(), u"257 \"/srv/secret-word\"");
+    // A short one may be a part of any word, even of the reply to itself.
+    answerTo("PASS", "230 Logged in; PASS in it was.\r\n");
+    bench.connectTo(server.port(), QStringLiteral("me"), QStringLiteral("in"));
+    bench.run(&FTPSessionClass::Logon);
+    EXPECT_EQ(bench.status->responses.constLast(), u"230 Logged in; PASS it was.");
 }
 
 TEST_F(OddServer, IsSentAPasswordByACallersOwnCommand) {
@@ -300,6 +566,39 @@ TEST_F(OddServer, NeverEndsItsLine) {
     greetWith(QByteArray(100'000, 'x'));
     EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "error: Error: The reply line is too long.");
     EXPECT_EQ(session.CommandSocket, nullptr);
+}
+
+TEST_F(OddServer, NeverEndsItsReply) {
+    greetWith(QByteArray("220-" + QByteArray(60, 'x') + "\r\n").repeated(2000));
+    EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "error: Error: The reply is too long.");
+}
+
+TEST_F(OddServer, SaysMuchUnasked) {
+    logon();
+    server.send(QByteArray("200 Not asked.\r\n").repeated(50'000));
+    EXPECT_TRUE(waitUntil([&] { return bench.status->responses.size() > 50'000; }, 60'000));
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetWorkingDir), "ok: The working directory has been transferred.");
+}
+
+TEST_F(OddServer, SendsNextToNothing) {
+    logon();
+    server.timing.end = DataTiming::End::Open;
+    session.Timeout = 50'000;
+    session.Files = QStringList(QStringLiteral("a.txt"));
+    session.GetSingleFile();
+    EXPECT_TRUE(waitUntil([&] { return localFile("a.txt") == "alpha"; }));
+    const auto minuteWith = [this](int bytes) {
+        for (int half = 0; half < 2; ++half) {
+            server.data()->write(QByteArray(bytes / 2, 'x'));
+            settle(10);
+            bench.clock.advance(std::chrono::seconds(30));
+        }
+    };
+    minuteWith(1024);
+    EXPECT_EQ(bench.status->ends, QStringList());
+    minuteWith(1022);
+    EXPECT_EQ(bench.status->ends.join(u'|').toStdString(),
+              "error: Error: The transfer has come to a standstill. Ending session.");
 }
 
 TEST_F(OddServer, EndsItsLineFarTooLate) {
@@ -445,6 +744,7 @@ TEST_F(OddServer, IsNotSentAFileThatIsMissing) {
     logon();
     EXPECT_EQ(bench.runWith({QStringLiteral("none")}, &FTPSessionClass::PutSingleFile),
               "error: Cannot Find File: none");
+    EXPECT_EQ(server.commands.filter(QStringLiteral("STOR")), QStringList());
     bench.renew();
     bench.connectTo(server.port());
     bench.session->LocalDirectory += QStringLiteral("none/");
@@ -480,11 +780,11 @@ TEST_F(OddServer, IsSentLessThanTheSizeOfTheFile) {
 
 TEST_F(OddServer, IsAskedForAListingInTheMiddleOfADownload) {
     logon();
-    server.keepsDataOpen = true;
+    server.timing.end = DataTiming::End::Open;
     session.Files = QStringList(QStringLiteral("a.txt"));
     session.GetSingleFile();
     EXPECT_TRUE(waitUntil([&] { return localFile("a.txt") == "alpha"; }));
-    server.keepsDataOpen = false;
+    server.timing = {};
     EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList), "ok: The file list has been transferred.");
     EXPECT_THAT(session.DirectoryFileList.toStdString(), StartsWith("-rw-r--r--"));
 }

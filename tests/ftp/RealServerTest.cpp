@@ -18,13 +18,18 @@ struct ServerAndMode {
     bool isPassive;
 };
 
+// The third server shows the same as these two in all but an abort and the encryption.
 const ServerAndMode ServersAndModes[] = {
     {RealServer::Kind::vsftpd, "vsftpdPassive", true},
     {RealServer::Kind::vsftpd, "vsftpdActive", false},
     {RealServer::Kind::proftpd, "proftpdPassive", true},
     {RealServer::Kind::proftpd, "proftpdActive", false},
-    {RealServer::Kind::pureftpd, "pureftpdPassive", true},
-    {RealServer::Kind::pureftpd, "pureftpdActive", false},
+};
+
+const ServerAndMode EveryServer[] = {
+    {RealServer::Kind::vsftpd, "vsftpd", true},
+    {RealServer::Kind::proftpd, "proftpd", true},
+    {RealServer::Kind::pureftpd, "pureftpd", true},
 };
 
 class RealServerTest : public testing::TestWithParam<ServerAndMode> {
@@ -93,11 +98,8 @@ const OwnWay OwnWays[] = {
     {RealServer::Kind::vsftpd, "SITECommand", "error: Error: 550 "},
     // Nothing to abort.
     {RealServer::Kind::vsftpd, "AbortTransfer", "error: Error: 225 "},
-    // A 226 without the word "Abort" ends the operation without a report.
-    {RealServer::Kind::pureftpd, "AbortTransfer", "no report"},
     // Help is 214, and only 200 will do.
     {RealServer::Kind::proftpd, "SITECommand", "error: Error: 214 "},
-    {RealServer::Kind::pureftpd, "SITECommand", "error: Error: 214 "},
 };
 
 std::string expectedReport(const ServerAndMode& tested, const OperationCase& operation) {
@@ -122,8 +124,7 @@ TEST_P(RealServerTest, RunsEveryOperation) {
         if (!operation.isOneShot)
             continueSession();
         const std::string expected = expectedReport(GetParam(), operation);
-        const int patience = expected == "no report" ? 300 : 10'000;
-        EXPECT_THAT(bench.run([&operation](FTPSessionClass& s) { operation.start(s); }, patience),
+        EXPECT_THAT(bench.run([&operation](FTPSessionClass& s) { operation.start(s); }),
                     StartsWith(expected));
         renewWork();
     }
@@ -287,20 +288,22 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Servers, InTheMiddle, testing::ValuesIn(ServersAndModes),
+INSTANTIATE_TEST_SUITE_P(Servers, InTheMiddle, testing::ValuesIn(EveryServer),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST_P(InTheMiddle, ADownloadIsAborted) {
     beginDownload();
-    bench.session->AbortTransfer();
-    // Servers differ: some close the data connection, some send all of it first, some do not say "Abort".
-    // In every case the partial file stays, and nothing more is written to it.
-    settle(50);
+    // Servers differ in what they answer; some say so little that nothing is reported.
+    bench.run(&FTPSessionClass::AbortTransfer, 500);
+    EXPECT_FALSE(bench.status->ends.contains(QStringLiteral("ok: File Transfer Complete.")));
     const qint64 size = QFileInfo(localPath(QStringLiteral("large"))).size();
     EXPECT_GT(size, 1'000'000);
-    settle(200);
+    // What belongs to the aborted transfer does not reach the operations behind it.
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetWorkingDir), "ok: The working directory has been transferred.");
+    EXPECT_EQ(bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::GetSingleFile),
+              "ok: File Transfer Complete.");
+    EXPECT_EQ(readFile(localPath(QStringLiteral("a.txt"))), "alpha");
     EXPECT_EQ(QFileInfo(localPath(QStringLiteral("large"))).size(), size);
-    EXPECT_FALSE(bench.status->ends.contains(QStringLiteral("ok: File Transfer Complete.")));
 }
 
 TEST_P(InTheMiddle, TheSessionIsDropped) {
@@ -337,6 +340,9 @@ TEST_P(InTheMiddle, AnUploadIsAborted) {
     EXPECT_TRUE(waitUntil([this] { return !bench.session->DataSocket->DataStream.isOpen(); }));
     EXPECT_FALSE(bench.session->DataSocket->IsConnected());
     EXPECT_LT(QFileInfo(work(QStringLiteral("large"))).size(), large.size());
+    settle(200);
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetWorkingDir), "ok: The working directory has been transferred.");
+    EXPECT_EQ(bench.run(&FTPSessionClass::GetDirList), "ok: The file list has been transferred.");
 }
 
 // ---- TLS
@@ -357,8 +363,7 @@ protected:
     SessionBench<SystemClock> bench;
 };
 
-INSTANTIATE_TEST_SUITE_P(Servers, TlsLogon,
-                         testing::Values(ServersAndModes[0], ServersAndModes[2], ServersAndModes[4]),
+INSTANTIATE_TEST_SUITE_P(Servers, TlsLogon, testing::ValuesIn(EveryServer),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST_P(TlsLogon, EncryptsTheControlConnection) {
@@ -372,6 +377,7 @@ TEST_P(TlsLogon, EncryptsTheControlConnection) {
 TEST_P(TlsLogon, RefusesAnUnknownCertificateWithTheReason) {
     const std::string report = bench.run(&FTPSessionClass::Logon);
     EXPECT_THAT(report, StartsWith("error: Error: "));
+    EXPECT_THAT(report, HasSubstr("13 "));  // the code, and the words
     EXPECT_THAT(report, HasSubstr("self"));
     EXPECT_FALSE(bench.status->responses.contains(QStringLiteral("PASS"))) << "nothing goes out in the clear";
     EXPECT_EQ(bench.session->CommandSocket, nullptr);

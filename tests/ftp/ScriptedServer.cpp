@@ -1,9 +1,24 @@
 #include "ScriptedServer.h"
 
 #include <QFileInfo>
+#include <QTimer>
 
-ScriptedServer::ScriptedServer(const QString& root) : m_root(root) {
-    m_listener.listen(QHostAddress::LocalHost);
+#include <sys/socket.h>
+
+namespace {
+
+// Breaks a connection off: the other side loses what it has not yet taken.
+void reset(QTcpSocket& socket) {
+    socket.flush();
+    const linger atOnce{1, 0};
+    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof(atOnce));
+    socket.abort();
+}
+
+}  // namespace
+
+ScriptedServer::ScriptedServer(const QString& root, const QHostAddress& address) : m_root(root) {
+    m_listener.listen(address);
     connect(&m_listener, &QTcpServer::newConnection, this, [this] { onConnection(); });
     connect(&m_dataListener, &QTcpServer::newConnection, this,
             [this] { adoptData(m_dataListener.nextPendingConnection()); });
@@ -74,7 +89,13 @@ QByteArray ScriptedServer::reply(const QString& verb, const QString& argument) {
         {QStringLiteral("SITE"), [](auto&, auto&) { return QByteArray("200 Done."); }},
         {QStringLiteral("ABOR"), [](auto&, auto&) { return QByteArray("226 Abort done."); }},
         {QStringLiteral("PASV"), [](auto& s, auto&) { return s.passive(); }},
-        {QStringLiteral("PORT"), [](auto& s, auto& text) { return s.active(text); }},
+        {QStringLiteral("EPSV"), [](auto& s, auto&) { return s.passive(); }},
+        {QStringLiteral("PORT"),
+         [](auto& s, auto& text) {
+             return s.active(text.section(u',', 4, 4).toInt() * 256 + text.section(u',', 5, 5).toInt());
+         }},
+        {QStringLiteral("EPRT"),
+         [](auto& s, auto& text) { return s.active(text.section(u'|', 3, 3).toInt()); }},
         {QStringLiteral("PWD"),
          [](auto& s, auto&) { return "257 \"" + s.m_cwd.toLatin1() + "\" is current"; }},
         {QStringLiteral("CWD"),
@@ -144,21 +165,20 @@ QByteArray ScriptedServer::reply(const QString& verb, const QString& argument) {
 
 QByteArray ScriptedServer::passive() {
     if (!m_dataListener.isListening())
-        m_dataListener.listen(QHostAddress::LocalHost);
+        m_dataListener.listen(m_listener.serverAddress());
     m_data = nullptr;
     const int number = m_dataListener.serverPort();
+    if (commands.constLast() == u"EPSV")
+        return "229 Extended passive (|||" + QByteArray::number(number) + "|)";
     return "227 Passive (127,0,0,1," + QByteArray::number(number / 256) + ',' +
            QByteArray::number(number % 256) + ").";
 }
 
-QByteArray ScriptedServer::active(const QString& argument) {
-    const QStringList fields = argument.split(u',');
-    auto* socket = new QTcpSocket(this);
-    // As real servers do: only when the transfer begins.
-    m_data = nullptr;
+// As real servers do, it connects only when the transfer begins.
+QByteArray ScriptedServer::active(int port) {
     m_pending = nullptr;
-    socket->setProperty("port", fields.value(4).toInt() * 256 + fields.value(5).toInt());
-    m_data = socket;
+    m_data = new QTcpSocket(this);
+    m_data->setProperty("port", port);
     return "200 Port set.";
 }
 
@@ -179,21 +199,42 @@ QByteArray ScriptedServer::listing(const QString& verb) const {
 }
 
 void ScriptedServer::download(const QByteArray& bytes) {
-    if (!startsTransferLate)
-        send("150 Here it comes.\r\n");
-    if (endsTransferFirst)
+    if (timing.reply != DataTiming::Reply::WithoutStart)
+        send("150 Here it comes" + transferNote + ".\r\n");
+    if (timing.reply != DataTiming::Reply::Behind)
         send("226 Transfer complete.\r\n");
     whenDataConnected([this, bytes] {
-        QTcpSocket* data = m_data;
-        data->write(bytes);
-        if (startsTransferLate)
-            send("150 Here it came.\r\n");
-        if (keepsDataOpen)
+        if (timing.inBursts || timing.reply != DataTiming::Reply::Behind) {
+            sendBursts(bytes);
             return;
-        data->disconnectFromHost();
-        if (!endsTransferFirst)
-            send("226 Transfer complete.\r\n");
+        }
+        m_data->write(bytes);
+        endDownload();
     });
+}
+
+// One burst in each turn of the event loop.
+void ScriptedServer::sendBursts(QByteArray bytes) {
+    QTimer::singleShot(1, m_data, [this, bytes = std::move(bytes)] {
+        const qsizetype count = timing.inBursts ? bytes.size() / 3 + 1 : bytes.size();
+        m_data->write(bytes.left(count));
+        m_data->flush();
+        if (bytes.size() > count)
+            sendBursts(bytes.sliced(count));
+        else
+            endDownload();
+    });
+}
+
+void ScriptedServer::endDownload() {
+    if (timing.end == DataTiming::End::Close)
+        m_data->disconnectFromHost();
+    if (timing.end == DataTiming::End::Reset)
+        reset(*m_data);
+    if (timing.end == DataTiming::End::Open)
+        connect(m_data, &QTcpSocket::disconnected, this, [this] { send("426 Broken off.\r\n"); });
+    else if (timing.reply == DataTiming::Reply::Behind)
+        send("226 Transfer complete.\r\n");
 }
 
 void ScriptedServer::upload(const QString& argument) {
@@ -201,8 +242,16 @@ void ScriptedServer::upload(const QString& argument) {
     const qint64 offset = std::exchange(m_restart, 0);
     m_upload->open(offset > 0 ? QIODevice::ReadWrite : QIODevice::WriteOnly | QIODevice::Truncate);
     m_upload->seek(offset);
-    send("150 Send it.\r\n");
+    if (timing.reply != DataTiming::Reply::WithoutStart)
+        send("150 Send it.\r\n");
+    if (timing.reply != DataTiming::Reply::Behind)
+        send("226 Transfer complete.\r\n");
     whenDataConnected([this] {
+        if (timing.end == DataTiming::End::Reset) {
+            reset(*m_data);
+            send("426 Broken off.\r\n");
+            return;
+        }
         const auto take = [this] { m_upload->write(m_data->readAll()); };
         connect(m_data, &QTcpSocket::readyRead, this, take);
         connect(m_data, &QTcpSocket::disconnected, this, [this] { finishUpload(); });
@@ -216,7 +265,8 @@ void ScriptedServer::finishUpload() {
     m_upload->write(m_data->readAll());
     m_upload->close();
     m_data->disconnect(this);
-    send("226 Transfer complete.\r\n");
+    if (timing.reply == DataTiming::Reply::Behind)
+        send("226 Transfer complete.\r\n");
 }
 
 void ScriptedServer::whenDataConnected(std::function<void()> work) {
@@ -228,7 +278,7 @@ void ScriptedServer::whenDataConnected(std::function<void()> work) {
             if (socket->state() != QAbstractSocket::ConnectedState)
                 send("425 Nobody there.\r\n");
         });
-        socket->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(activePort));
+        socket->connectToHost(m_listener.serverAddress(), static_cast<quint16>(activePort));
         return;
     }
     if (m_data)

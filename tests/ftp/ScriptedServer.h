@@ -10,11 +10,25 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+// When the bytes of a transfer come, and how they end.
+struct DataTiming {
+    enum class Reply {
+        Behind,
+        First,
+        WithoutStart
+    };  // 226 behind the end; before the data; and no 150 either
+    enum class End { Close, Reset, Open };
+
+    Reply reply = Reply::Behind;
+    bool inBursts = false;
+    End end = End::Close;
+};
+
 // Serves the folder `root` on loopback to one client at a time. Replies are numbered from 0, the greeting,
 // over all connections.
 class ScriptedServer : public QObject {
 public:
-    explicit ScriptedServer(const QString& root);
+    explicit ScriptedServer(const QString& root, const QHostAddress& address = QHostAddress::LocalHost);
 
     int port() const { return m_listener.serverPort(); }
 
@@ -24,10 +38,9 @@ public:
     // Whole exchanges of its own: answers for a verb, or none to do the usual.
     std::function<std::optional<QByteArray>(const QString& command)> answer;
     bool sendsByteByByte = false;
-    bool endsTransferFirst = false;   // 226 before the data
-    bool startsTransferLate = false;  // the data before 150
-    QByteArray fixedListing;          // in place of the folder's own
-    bool keepsDataOpen = false;
+    DataTiming timing;
+    QByteArray transferNote;  // behind the words of 150
+    QByteArray fixedListing;  // in place of the folder's own
 
     QStringList commands;  // received
     int replies = 0;
@@ -41,9 +54,11 @@ private:
     QByteArray reply(const QString& verb, const QString& argument);
     QString path(const QString& argument) const;
     QByteArray passive();
-    QByteArray active(const QString& argument);
+    QByteArray active(int port);
     QByteArray listing(const QString& verb) const;
     void download(const QByteArray& bytes);
+    void sendBursts(QByteArray bytes);
+    void endDownload();
     void upload(const QString& argument);
     void whenDataConnected(std::function<void()> work);
     void adoptData(QTcpSocket* socket);

@@ -24,11 +24,13 @@ public:
         ends += QStringLiteral("error: ") + text;
         all += text;
         FTPStatusClass::Error_FTP(text);
+        goOn();
     }
     void Successful_FTP(const QString& text) override {
         ends += QStringLiteral("ok: ") + text;
         all += text;
         FTPStatusClass::Successful_FTP(text);
+        goOn();
     }
     void Response_FTP(const QString& text) override {
         responses += text;
@@ -42,11 +44,20 @@ public:
     }
     void Progress_FTP(std::int32_t count) override { progress = count; }
 
+    // Called once, from inside the next report of an end.
+    std::function<void()> next;
+
     QStringList ends;
     QStringList responses;
     QStringList statuses;
     QStringList all;
     std::int32_t progress = 0;
+
+private:
+    void goOn() {
+        if (const auto work = std::exchange(next, nullptr))
+            work();
+    }
 };
 
 // Lets the event loop turn until the condition holds; false when it does not within the time.

@@ -1,0 +1,18 @@
+// The control connection.
+#pragma once
+
+#include "FTPSocketOwners.h"
+#include "SSLSocket.h"
+
+class FTPCommandSocket final : public SSLSocket {
+public:
+    explicit FTPCommandSocket(FTPCommandOwner& session) : Session(session) {}
+
+protected:
+    void Event_DataAvailable() override { Session.RepliesCame(); }
+    void Event_Error() override;
+    void Event_Secured() override { Session.ControlSecured(); }
+
+private:
+    FTPCommandOwner& Session;
+};
