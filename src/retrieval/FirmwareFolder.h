@@ -13,38 +13,31 @@
 #include "Globals.h"
 #include "NewFirmwareNotice.h"
 #include "Platform.h"
-#include "RetrievalView.h"
 #include "Task.h"
 #include "VersionedFilename.h"
 #include "WindowState.h"
 
-// An image is a file called "VLX720FP", the version digits, ".hex". The handlers and checks may be cancelled
-// at any time; what they have set until then stays.
+// The handlers and checks may be cancelled at any time; what they have set until then stays.
 class FirmwareFolder {
 public:
     // Asks the amplifier for its version; true when the main firmware answered.
     using VersionQuery = std::function<Task<bool>()>;
 
-    struct Parts {
-        Platform& platform;
-        Globals& globals;
-        FirmwarePanel& panel;
-        RetrievalView& view;
-        const WindowState& window;
-        NewFirmwareNotice& notice;
-        VersionedFilename& versionedFilename;
-        VersionQuery CheckVLXVersion;
-    };
-
-    explicit FirmwareFolder(Parts parts) : m_parts(std::move(parts)) {}
+    FirmwareFolder(Platform& platform, Globals& globals, FirmwarePanel& panel, const WindowState& window,
+                   NewFirmwareNotice& notice, VersionQuery CheckVLXVersion)
+        : m_platform(platform),
+          m_globals(globals),
+          m_panel(panel),
+          m_window(window),
+          m_notice(notice),
+          m_CheckVLXVersion(std::move(CheckVLXVersion)) {}
     FirmwareFolder(const FirmwareFolder&) = delete;
     FirmwareFolder& operator=(const FirmwareFolder&) = delete;
 
     // Looks for the newest image and shows its version. An invalid folder path is told and replaced by the
     // default; without even that, all stays as it was.
     Task<> Checklocalfiles();
-    // The version text of the newest image among `names`, and its index; empty, and the index untouched, when
-    // there is none. Of equal versions the first counts.
+    // As ImageNames::newest, for images.
     static QString GetNewestVersion(const QString& prefix, const QStringList& names, std::int32_t& index);
     // True when Checklocalfiles has found an image, which then is the one to load.
     bool HasRequiredFiles();
@@ -62,11 +55,17 @@ public:
     // Version text of the newest image as its name has it; empty when there is none.
     QString hmcuVersion;
     bool newMCUavailable = false;
+    VersionedFilename versionedFilename;
 
 private:
     Task<bool> restoreDefaultFolder();
     Task<QStringList> itemNames();
     void setFolderPath(const QString& folder);
 
-    Parts m_parts;
+    Platform& m_platform;
+    Globals& m_globals;
+    FirmwarePanel& m_panel;
+    const WindowState& m_window;
+    NewFirmwareNotice& m_notice;
+    VersionQuery m_CheckVLXVersion;
 };

@@ -4,7 +4,7 @@ Task<> SendFirmware::SendVLXButton_Action() {
     m_panel.setSendVLXButtonEnabled(false);
     co_await m_folder.Checklocalfiles();
     if (m_folder.HasRequiredFiles()) {
-        m_view.moveStatusFieldToEnd();
+        m_panel.moveStatusFieldToEnd();
         m_globals.SetStatusText(QStringLiteral("Loading firmware from ") + m_globals.m_FolderPath, false);
         co_await m_loadMcu();
     } else {

@@ -11,12 +11,11 @@ public:
     // Shows the window of the load and ends when it has closed.
     using LoadMcu = std::function<Task<bool>()>;
 
-    SendFirmware(Platform& platform, Globals& globals, FirmwarePanel& panel, RetrievalView& view,
-                 FirmwareFolder& folder, LoadMcu loadMcu)
+    SendFirmware(Platform& platform, Globals& globals, FirmwarePanel& panel, FirmwareFolder& folder,
+                 LoadMcu loadMcu)
         : m_dialogs(platform.dialogs),
           m_globals(globals),
           m_panel(panel),
-          m_view(view),
           m_folder(folder),
           m_loadMcu(std::move(loadMcu)) {}
 
@@ -27,7 +26,6 @@ private:
     Dialogs& m_dialogs;
     Globals& m_globals;
     FirmwarePanel& m_panel;
-    RetrievalView& m_view;
     FirmwareFolder& m_folder;
     LoadMcu m_loadMcu;
 };

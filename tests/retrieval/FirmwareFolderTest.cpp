@@ -12,7 +12,7 @@
 
 namespace {
 
-struct FolderBench : AmplifierBench, RetrievalView, NewFirmwareNotice {
+struct FolderBench : AmplifierBench, NewFirmwareNotice {
     FolderBench() {
         window.mStartup = false;
         globals.m_FolderPath = world.filePath(QStringLiteral("images/"));
@@ -30,7 +30,7 @@ struct FolderBench : AmplifierBench, RetrievalView, NewFirmwareNotice {
     QString child(const QString& path) const { return platform.folders.applicationData + u'/' + path; }
 
     Task<bool> CheckVLXVersion() {
-        happened += QStringLiteral("ask");
+        happened += panel.canCheck ? QStringLiteral("ask") : QStringLiteral("ask with the button off");
         co_await clock.sleep(std::chrono::seconds(1));
         co_return true;
     }
@@ -38,16 +38,10 @@ struct FolderBench : AmplifierBench, RetrievalView, NewFirmwareNotice {
         happened += QStringLiteral("notice");
         co_await clock.sleep(std::chrono::seconds(1));
     }
-    void setGetRevButtonEnabled(bool enabled) override {
-        happened += enabled ? QStringLiteral("button on") : QStringLiteral("button off");
-    }
-    void moveStatusFieldToEnd() override { happened += QStringLiteral("to end"); }
 
     QStringList happened;
     FakeFirmwarePanel panel;
-    VersionedFilename versionedFilename;
-    FirmwareFolder folder{{platform, globals, panel, *this, window, *this, versionedFilename,
-                           [this] { return CheckVLXVersion(); }}};
+    FirmwareFolder folder{platform, globals, panel, window, *this, [this] { return CheckVLXVersion(); }};
 };
 
 TEST(FirmwareFolder, KnowsTheNewestImageByItsName) {
@@ -89,7 +83,7 @@ TEST(FirmwareFolder, ShowsTheNewestImage) {
     EXPECT_EQ(bench.panel.folder, path);
     EXPECT_EQ(bench.panel.available, QStringLiteral("01.05"));
     EXPECT_EQ(bench.folder.hmcuVersion, QStringLiteral("0105"));
-    EXPECT_EQ(bench.versionedFilename.m_mstrPath, QStringLiteral("VLX720FP0105.hex"));
+    EXPECT_EQ(bench.folder.versionedFilename.m_mstrPath, QStringLiteral("VLX720FP0105.hex"));
     EXPECT_TRUE(bench.folder.HasRequiredFiles());
 
     // The folder goes while the program runs: an empty one, and no failure.
@@ -98,7 +92,7 @@ TEST(FirmwareFolder, ShowsTheNewestImage) {
     EXPECT_EQ(bench.panel.available, QStringLiteral("Missing"));
     EXPECT_EQ(bench.folder.hmcuVersion, QString());
     EXPECT_FALSE(bench.folder.HasRequiredFiles());
-    EXPECT_EQ(bench.versionedFilename.m_strpath, QStringLiteral("-"));
+    EXPECT_EQ(bench.folder.versionedFilename.m_strpath, QStringLiteral("-"));
     EXPECT_EQ(bench.dialogs.shown, QStringList());
 }
 
@@ -145,11 +139,10 @@ TEST(FirmwareFolder, SurvivesOddNamesAndTakesItsTimeOverManyFiles) {
 
     SystemClock clock;
     Platform platform{clock, bench.port, bench.ports, bench.dialogs, bench.platform.folders};
-    FirmwareFolder folder{
-        {platform, bench.globals, bench.panel, bench, bench.window, bench, bench.versionedFilename, {}}};
+    FirmwareFolder folder{platform, bench.globals, bench.panel, bench.window, bench, {}};
     EXPECT_LT(longestGap([&] { return folder.Checklocalfiles(); }), std::chrono::milliseconds(50));
     // A name that cannot be told cannot be opened either.
-    EXPECT_EQ(bench.versionedFilename.m_mstrPath, QStringLiteral("VLX720FP\n0107.hex"));
+    EXPECT_EQ(folder.versionedFilename.m_mstrPath, QStringLiteral("VLX720FP\n0107.hex"));
     EXPECT_EQ(unlinkat(directory, "VLX720FP0999\xFF.hex", 0), 0);
     close(directory);
 }
@@ -201,7 +194,8 @@ TEST(FirmwareFolder, ButtonsCheckWhatTheyChange) {
     bench.panel.installed = QStringLiteral("01.00");
     bench.globals.m_FirmwareStatus = FirmwareStatus::Main;
     bench.finish(bench.folder.GetRevButton_Action());
-    EXPECT_EQ(bench.happened.join(u','), QStringLiteral("button off,ask,notice,button on"));
+    EXPECT_EQ(bench.happened.join(u','), QStringLiteral("ask with the button off,notice"));
+    EXPECT_TRUE(bench.panel.canCheck);
 
     bench.happened.clear();
     bench.finish(bench.folder.DefaultButton_Action());
@@ -244,9 +238,9 @@ TEST(ApplicationFolders, AreMadeStepByStep) {
 
 TEST(SendFirmware, LoadsTheNewestImageOrTellsThatThereIsNone) {
     FolderBench bench;
-    SendFirmware send(bench.platform, bench.globals, bench.panel, bench, bench.folder, [&bench] {
+    SendFirmware send(bench.platform, bench.globals, bench.panel, bench.folder, [&bench] {
         EXPECT_FALSE(bench.panel.canSend);
-        bench.happened += QStringLiteral("load ") + bench.versionedFilename.m_strpath;
+        bench.happened += QStringLiteral("load ") + bench.folder.versionedFilename.m_strpath;
         return bench.CheckVLXVersion();
     });
     bench.finish(send.SendVLXButton_Action());
@@ -259,7 +253,8 @@ TEST(SendFirmware, LoadsTheNewestImageOrTellsThatThereIsNone) {
     bench.add({QStringLiteral("VLX720FP0105.hex")});
     bench.log.clear();
     bench.finish(send.SendVLXButton_Action());
-    EXPECT_EQ(bench.happened.join(u','), QStringLiteral("to end,load VLX720FP0105.hex,ask"));
+    EXPECT_EQ(bench.happened.join(u','), QStringLiteral("load VLX720FP0105.hex,ask"));
+    EXPECT_EQ(bench.panel.movesToEnd, 1);
     EXPECT_EQ(bench.log, QStringList({QStringLiteral("Loading firmware from ") + bench.globals.m_FolderPath,
                                       QStringLiteral("Ready")}));
     EXPECT_TRUE(bench.panel.canSend);

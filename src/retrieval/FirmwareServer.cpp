@@ -1,0 +1,32 @@
+#include "FirmwareServer.h"
+
+#include <QUrl>
+
+#include "FTPHost.h"
+
+namespace {
+
+constexpr int UsualPort = 21;
+
+QUrl ftpUrl(const QString& address) {
+    return QUrl(QStringLiteral("ftp://") + address, QUrl::StrictMode);
+}
+
+}  // namespace
+
+FirmwareServer FirmwareServer::makers() {
+    return at(FTPHostName(), FTPAnonymousPassword());
+}
+
+FirmwareServer FirmwareServer::at(const QString& address, const QString& password) {
+    const QUrl url = ftpUrl(address);
+    const QString host = url.isValid() ? url.host() : address;
+    return {host, url.port(UsualPort), QStringLiteral("anonymous"), password};
+}
+
+QString FirmwareServer::address() const {
+    QString text = host.contains(u':') ? u'[' + host + u']' : host;
+    if (port != UsualPort)
+        text += u':' + QString::number(port);
+    return text;
+}

@@ -1,0 +1,36 @@
+#include "RetrievalStatus.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// "150 Opening BINARY mode data connection for name (123 bytes)."
+qint64 sizeIn(const QString& reply) {
+    static const QRegularExpression pattern(QStringLiteral("^1[25][05] .*\\((\\d{1,15}) bytes\\)"));
+    return pattern.match(reply).captured(1).toLongLong();
+}
+
+}  // namespace
+
+void RetrievalStatus::Error_FTP(const QString& text) {
+    FTPStatusClass::Error_FTP(text);
+    lastError = text;
+    m_receiver.ended();
+}
+
+void RetrievalStatus::Successful_FTP(const QString& text) {
+    FTPStatusClass::Successful_FTP(text);
+    m_receiver.ended();
+}
+
+void RetrievalStatus::Response_FTP(const QString& text) {
+    FTPStatusClass::Response_FTP(text);
+    if (text.startsWith(u"RETR"))
+        m_size = 0;
+    else if (const qint64 size = sizeIn(text))
+        m_size = size;
+}
+
+void RetrievalStatus::Progress_FTP(std::int32_t count) {
+    m_receiver.progressed(count, m_size);
+}
