@@ -1,0 +1,27 @@
+#include "LockedPage.h"
+
+#include <QWebEngineNewWindowRequest>
+
+#include "BookUrl.h"
+
+LockedPage::LockedPage(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile, parent) {
+    connect(this, &QWebEnginePage::featurePermissionRequested, this,
+            [this](const QUrl& origin, Feature feature) {
+                setFeaturePermission(origin, feature, PermissionDeniedByUser);
+            });
+    connect(this, &QWebEnginePage::newWindowRequested, this, &LockedPage::openInPlace);
+}
+
+bool LockedPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
+    // A page that moves on by itself, sends a form, or goes back by the engine's own history, stays.
+    const bool isAsked = type == NavigationTypeLinkClicked || type == NavigationTypeTyped;
+    if (isMainFrame)
+        return isAsked && mayGoTo(url);
+    return url.scheme() == QLatin1String(BookUrl::Scheme);
+}
+
+// A link that would open a window of its own is a link like any other.
+void LockedPage::openInPlace(QWebEngineNewWindowRequest& request) {
+    if (request.isUserInitiated() && mayGoTo(request.requestedUrl()))
+        load(request.requestedUrl());
+}
