@@ -1,0 +1,29 @@
+#include "Scale.h"
+
+#include <cmath>
+#include <initializer_list>
+
+namespace {
+
+Scale roundedTo(double step, double lowest, double highest) {
+    const double from = std::floor(lowest / step) * step;
+    const double to = std::ceil(highest / step) * step;
+    // A level line needs a scale, too.
+    return {from, to > from ? to : from + step, step};
+}
+
+}  // namespace
+
+Scale scaleFor(double lowest, double highest, int steps, double finest) {
+    const double least = std::fmax(finest, (highest - lowest) / steps);
+    double power = std::pow(10, std::floor(std::log10(least)));
+    while (true) {
+        for (const double factor : {1.0, 2.0, 5.0}) {
+            const double step = factor * power;
+            const Scale scale = roundedTo(step, lowest, highest);
+            if (step >= finest * 0.999 && scale.to - scale.from <= (steps + 0.001) * step)
+                return scale;
+        }
+        power *= 10;
+    }
+}

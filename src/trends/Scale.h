@@ -1,0 +1,12 @@
+// Round numbers along an axis.
+#pragma once
+
+struct Scale {
+    double from;
+    double to;
+    double step;
+};
+
+// The smallest scale of steps of 1, 2 or 5 times a power of ten that holds both limits, in at most `steps`
+// steps of at least `finest`. Precondition: lowest <= highest, both finite.
+Scale scaleFor(double lowest, double highest, int steps, double finest);

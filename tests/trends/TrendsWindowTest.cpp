@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QWheelEvent>
+
+#include "Child.h"
+#include "ScriptedDialogs.h"
+#include "SimClock.h"
+#include "TrendsView.h"
+#include "TrendsWindow.h"
+
+using namespace std::chrono_literals;
+using Series = Trends::Series;
+
+namespace {
+
+class NoPort final : public SerialPort {
+public:
+    bool Open() override { return false; }
+    void Close() override {}
+    bool isOpen() const override { return false; }
+    void Reset() override {}
+    void setRequestToSend(bool) override {}
+    void Write(const QByteArray&) override {}
+    Task<> XmitWait() override { co_return; }
+};
+
+class NoPorts final : public PortList {
+public:
+    int SerialPortCount() override { return 0; }
+    PortInfo SerialPort(int) override { return {}; }
+    PortInfo SerialPort(const QString&) override { return {}; }
+};
+
+class TrendsWindowTest : public testing::Test {
+protected:
+    TrendsWindowTest() {
+        clock.setWallClock(QDateTime(QDate(2026, 11, 22), QTime(14, 0, 0)));
+        for (int second = 0; second < 600; ++second) {
+            for (int series = 0; series < 5; ++series)
+                trends.note(Series(series), 10 * series + second % 60);
+            clock.advance(1s);
+        }
+        window.show();
+    }
+
+    void key(int code) {
+        QKeyEvent press(QEvent::KeyPress, code, Qt::NoModifier);
+        QApplication::sendEvent(view, &press);
+    }
+    void press(const QString& button) { child<QPushButton>(window, button)->click(); }
+    QString readOut() { return child<QLabel>(window, QStringLiteral("TrendsReadOut"))->text(); }
+
+    SimClock clock;
+    NoPort port;
+    NoPorts ports;
+    ScriptedDialogs dialogs{clock};
+    Platform platform{clock, port, ports, dialogs, {}};
+    Trends trends{clock};
+    TrendsWindow window{platform, [](const std::exception_ptr&) { FAIL(); }, trends};
+    TrendsView* view = child<TrendsView>(window, QStringLiteral("TrendsView"));
+};
+
+TEST_F(TrendsWindowTest, CursorTellsTheValuesInWords) {
+    trends.note(Series::PAVoltage, 53.2);
+    trends.note(Series::Power, 1499.6);
+    trends.noteFault(QStringLiteral("REFL HI"));
+    const QString last = QStringLiteral(
+        "14:10:00, PA Voltage 53.2 V, PA Current -, Temperature -, Power 1500 W, "
+        "SWR -, REFL HI");
+    EXPECT_EQ(readOut(), last);
+    key(Qt::Key_Left);
+    EXPECT_TRUE(readOut().startsWith(QStringLiteral("14:09:59, PA Voltage 59.0 V"))) << qPrintable(readOut());
+    key(Qt::Key_Home);
+    EXPECT_TRUE(readOut().startsWith(QStringLiteral("14:00:00, PA Voltage 0.0 V, PA Current 10.0 A")));
+    EXPECT_EQ(view->accessibleDescription(), readOut());
+    key(Qt::Key_End);
+    EXPECT_EQ(readOut(), last);
+}
+
+TEST_F(TrendsWindowTest, SavesTableAndPicture) {
+    const QTemporaryDir folder;
+    dialogs.files = {folder.filePath(QStringLiteral("t.csv")), folder.filePath(QStringLiteral("t.png")),
+                     folder.filePath(QStringLiteral("none/t.csv"))};
+    press(QStringLiteral("SaveTrendsTable"));
+    clock.advance(1s);
+    press(QStringLiteral("SaveTrendsPicture"));
+    clock.advance(1s);
+    press(QStringLiteral("SaveTrendsTable"));
+    clock.advance(1s);
+    EXPECT_EQ(dialogs.saveRequests.at(0).suggestedName, QStringLiteral("VLX Trends 2026-11-22 1410.csv"));
+    QFile table(folder.filePath(QStringLiteral("t.csv")));
+    ASSERT_TRUE(table.open(QIODevice::ReadOnly));
+    EXPECT_EQ(table.readAll().count('\n'), 601);
+    EXPECT_EQ(QImage(folder.filePath(QStringLiteral("t.png"))).size(),
+              view->size() * view->devicePixelRatio());
+    ASSERT_EQ(dialogs.shown.size(), 1);
+    EXPECT_TRUE(dialogs.shown.front().startsWith(QStringLiteral("Cannot ")));
+}
+
+TEST_F(TrendsWindowTest, PausedStripsStandStill) {
+    press(QStringLiteral("ZoomInTrends"));
+    press(QStringLiteral("PauseTrends"));
+    const QImage before = view->grab().toImage();
+    clock.advance(30s);
+    trends.note(Series::PAVoltage, 20);
+    EXPECT_EQ(view->grab().toImage(), before);
+    press(QStringLiteral("PauseTrends"));
+    EXPECT_NE(view->grab().toImage(), before);
+}
+
+}  // namespace
