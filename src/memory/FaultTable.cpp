@@ -1,5 +1,6 @@
 #include "FaultTable.h"
 
+#include <QFileInfo>
 #include <QScopeGuard>
 
 #include "Errors.h"
@@ -23,17 +24,30 @@ std::uint8_t addressOf(int offset) {
     return static_cast<std::uint8_t>(offset % PageSize);
 }
 
+// Where a file was, or the nearest folder above it that still exists.
+QString nearestFolder(const QString& path) {
+    QString folder = path;
+    while (!folder.isEmpty() && !QFileInfo(folder).isDir()) {
+        const QString above = QFileInfo(folder).path();
+        folder = above == folder ? QString() : above;
+    }
+    return folder;
+}
+
 }  // namespace
 
 Task<> FaultTable::Begin(FaultTableView& view) {
     view.showWaitCursor(true);
     const auto pointer = qScopeGuard([&view] { view.showWaitCursor(false); });
     co_await readArea();
+    // Also when a code without a name ends the list.
+    const auto save = qScopeGuard([this, &view] {
+        if (!m_buffer.isEmpty())
+            view.enableSaveToFileButton();
+    });
     // Entry 0 is never shown.
     for (int index = countByte() - 1; index >= 1; --index)
         view.addRow(decode(index));
-    if (!m_buffer.isEmpty())
-        view.enableSaveToFileButton();
 }
 
 Task<> FaultTable::readArea() {
@@ -43,23 +57,29 @@ Task<> FaultTable::readArea() {
         const QString response = co_await m_memory.SendCommandGetResponse(command);
         m_buffer += answerDigits(response, Chunk);
     }
+    // Of a port that has gone in between, the rest would be taken for zeros.
+    if (!m_memory.isPortOpen())
+        m_buffer.clear();
 }
 
 FaultTableRow FaultTable::decode(int index) const {
-    const int offset = entryOffset(index);
-    const int timestamp = byteAt(offset + 2) * 65536 + byteAt(offset) + byteAt(offset + 1) * 256;
-    const int code = byteAt(offset + 3);
-    return {.timestamp = Text::Format(timestamp, u"00000000"),
-            .faultCode = Text::Format(code, u"00") + u' ' + faultText(code * 2),
-            .data = digitsAt(offset + 5) + digitsAt(offset + 4),
-            .description = faultText(code * 2 + 1)};
+    FaultTableRow row = decodeNumbers(index);
+    const int code = byteAt(entryOffset(index) + CodeOffset);
+    if (2 * code + 1 >= m_globals.FaultCodes.size())
+        throw OutOfBoundsError(QStringLiteral("The fault table holds the unknown fault code %1.").arg(code));
+    row.description = m_globals.FaultCodes[2 * code + 1];
+    return row;
 }
 
-QString FaultTable::faultText(int element) const {
-    if (element >= m_globals.FaultCodes.size())
-        throw OutOfBoundsError(
-            QStringLiteral("The fault table holds the unknown fault code %1.").arg(element / 2));
-    return m_globals.FaultCodes[element];
+// All that needs no name, and the code's short name if it has one.
+FaultTableRow FaultTable::decodeNumbers(int index) const {
+    const int offset = entryOffset(index);
+    const int timestamp = byteAt(offset + 2) * 65536 + byteAt(offset) + byteAt(offset + 1) * 256;
+    const int code = byteAt(offset + CodeOffset);
+    return {.timestamp = Text::Format(timestamp, u"00000000"),
+            .faultCode = Text::Format(code, u"00") + u' ' + m_globals.FaultCodes.value(code * 2),
+            .data = digitsAt(offset + 5) + digitsAt(offset + 4),
+            .description = {}};
 }
 
 QString FaultTable::digitsAt(int offset, int count) const {
@@ -74,7 +94,7 @@ Task<> FaultTable::SaveToFile() {
     const QString name = co_await CreateTimeStampedFilename();
     const SaveFileRequest request{.title = QStringLiteral("Save As"),
                                   .prompt = QString(),
-                                  .initialFolder = m_globals.m_FaultFolderPath,
+                                  .initialFolder = nearestFolder(m_globals.m_FaultFolderPath),
                                   .suggestedName = name,
                                   .type = FileTypes1::VLXFaultTableFile.type};
     const QString path = co_await m_platform.dialogs.saveFile(request);
@@ -83,9 +103,15 @@ Task<> FaultTable::SaveToFile() {
     // The file itself, not its folder as for a configuration.
     m_globals.m_FaultFolderPath = path;
 
-    const bool isCreated = m_file.create(path, MemoryFileWriter::Failed::StaysOnDisk);
     const auto close = qScopeGuard([this] { m_file.abandon(); });
-    if (!isCreated)
+    co_await writeFile(path);
+    const QString failure = m_file.takeFailure();
+    if (!failure.isEmpty())
+        co_await m_platform.dialogs.MsgBox(failure);
+}
+
+Task<> FaultTable::writeFile(QString path) {
+    if (!m_file.create(path, MemoryFileWriter::Failed::StaysOnDisk))
         co_return;
     FileTypes1::setCodes(path, FileTypes1::VLXFaultTableFile.creatorCode, SavedTypeCode);
     if (!m_globals.isMain())
@@ -111,7 +137,7 @@ bool FaultTable::SaveEEPROMdata() {
             break;
     bool ok = m_file.WriteLine(EndRecord);
     for (int index = countByte() - 1; index >= 1; --index) {
-        const FaultTableRow row = decode(index);
+        const FaultTableRow row = decodeNumbers(index);
         ok = m_file.WriteLine(
             QStringLiteral("FAULT %1 %2 %3 %4 %5")
                 .arg(Text::Hex2(index), Hex4(entryOffset(index)), row.timestamp, row.faultCode, row.data));

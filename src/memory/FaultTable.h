@@ -39,14 +39,15 @@ public:
 
     // Reads the whole area, 32 exchanges, and fills the view, newest entry first. No answer is checked: an
     // amplifier that is silent gives an empty table after half a minute. Throws OutOfBoundsError at a fault
-    // code that has no name; the rows before it stand. Cancelling it is harmless.
+    // code that has no name; the rows before it stand, and the table can be saved. Cancelling it is harmless.
     Task<> Begin(FaultTableView& view);
-    // Asks for a file and writes it. Nothing is said of success or failure, and what was written stays on
+    // Asks for a file and writes it. A box tells of a file that cannot be written; what was written stays on
     // disk.
     Task<> SaveToFile();
 
 private:
     Task<> readArea();
+    Task<> writeFile(QString path);
     Task<QString> CreateTimeStampedFilename();
     bool SaveCreationTime();
     bool SaveEEPROMdata();
@@ -56,13 +57,14 @@ private:
     std::uint8_t byteAt(int offset) const;
     QString digitsAt(int offset, int count = 1) const;
     static int entryOffset(int index) { return FirstEntryOffset + EntrySize * index; }
-    QString faultText(int element) const;
+    FaultTableRow decodeNumbers(int index) const;
     FaultTableRow decode(int index) const;
 
     static constexpr int AreaSize = 1024;  // pages 0 to 3
     static constexpr int CountOffset = 254;
     static constexpr int FirstEntryOffset = 256;
     static constexpr int EntrySize = 6;
+    static constexpr int CodeOffset = 3;  // in an entry
 
     Platform& m_platform;
     Globals& m_globals;

@@ -7,9 +7,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto FirstWait = 10ms;
-constexpr auto LookStep = 5ms;
+// Before the wait for the first look, and behind the last.
+constexpr auto Margin = 5ms;
 constexpr int LookCount = 201;
+constexpr auto ResetWait = 100ms;
 const QByteArray ResetCommand = QByteArrayLiteral("^rpm;");
 
 }  // namespace
@@ -17,12 +18,11 @@ const QByteArray ResetCommand = QByteArrayLiteral("^rpm;");
 Task<QString> MemoryAccess::SendCommandGetResponse(QString command) {
     Serial1.Flush();
     Serial1.Write(Text::toLine(command));
-    co_await m_clock.sleep(FirstWait);
-    for (int look = 0; look < LookCount; ++look) {
-        if (Serial1.LookAhead().endsWith(';'))
-            co_return Text::fromLine(Serial1.ReadAll());
-        co_await m_clock.sleep(LookStep);
-    }
+    co_await m_reader.pause(Margin);
+    const auto end = co_await m_reader.until([this] { return Serial1.LookAhead().endsWith(';'); }, LookCount);
+    if (end == LineReader::End::Came)
+        co_return Text::fromLine(Serial1.ReadAll());
+    co_await m_reader.pause(Margin);
     co_return QString();
 }
 
@@ -41,13 +41,12 @@ Task<bool> MemoryAccess::GetSerialNumber() {
 }
 
 void MemoryAccess::LeaveHiddenCommandMode() {
-    if (m_strOriginalM7.isEmpty())
-        m_strOriginalM7 = QStringLiteral("M70;");
-    if (m_strOriginalAutoInfo.isEmpty())
-        m_strOriginalAutoInfo = QStringLiteral("AI0;");
-    Serial1.Write(Text::toLine(m_strOriginalM7 + m_strOriginalAutoInfo));
+    Serial1.Write(m_strOriginalM7 + m_strOriginalAutoInfo);
 }
 
-void MemoryAccess::ResetMcu() {
+Task<bool> MemoryAccess::ResetMcu() {
     Serial1.Write(ResetCommand);
+    const bool isOpen = co_await m_reader.pause(ResetWait);
+    Serial1.Flush();
+    co_return isOpen;
 }

@@ -1,10 +1,6 @@
 #include "MemoryFileWriter.h"
 
-#include <utility>
-
-#include <QDir>
-#include <QFile>
-#include <QSaveFile>
+#include <algorithm>
 
 #include "Crc32.h"
 #include "ShortVersion.h"
@@ -13,18 +9,6 @@
 namespace {
 
 constexpr QStringView SerialNumberPattern = u"00000";
-
-// A disk that fills up may take a part; the reason comes with the rest.
-bool writeAll(QFileDevice& file, const QByteArray& bytes) {
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 step = file.write(bytes.constData() + done, bytes.size() - done);
-        if (step <= 0)
-            return false;
-        done += step;
-    }
-    return true;
-}
 
 }  // namespace
 
@@ -38,44 +22,25 @@ Task<QString> MemoryFileWriter::CreateTimeStampedFilename(QString extension) {
 }
 
 bool MemoryFileWriter::create(const QString& path, Failed failed) {
-    m_failure.clear();
-    if (failed == Failed::LeavesNoFile)
-        filestream = std::make_unique<QSaveFile>(path);
-    else
-        filestream = std::make_unique<QFile>(path);
-    if (filestream->open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return true;
-    m_failure =
-        QStringLiteral("Cannot create %1: %2").arg(QDir::toNativeSeparators(path), filestream->errorString());
-    filestream.reset();
-    return false;
+    m_path = path;
+    m_failed = failed;
+    m_lines.clear();
+    return filestream.create(path, failed);
 }
 
-bool MemoryFileWriter::finish() {
-    const auto file = std::exchange(filestream, nullptr);
-    if (!file)
-        return false;
-    auto* const replacing = qobject_cast<QSaveFile*>(file.get());
-    if (replacing && m_failure.isEmpty() && !replacing->commit())
-        m_failure = QStringLiteral("Cannot complete %1: %2")
-                        .arg(QDir::toNativeSeparators(file->fileName()), file->errorString());
-    return m_failure.isEmpty();
-}
-
-void MemoryFileWriter::abandon() {
-    filestream.reset();
+bool MemoryFileWriter::writeAgain(const QString& firstLine) {
+    QStringList lines = m_lines;
+    lines.front() = firstLine;
+    m_globals.m_dwCrc32 = 0;
+    return create(m_path, m_failed) &&
+           std::all_of(lines.cbegin(), lines.cend(), [this](const QString& line) { return WriteLine(line); });
 }
 
 bool MemoryFileWriter::WriteLine(const QString& line) {
+    m_lines += line;
     const QByteArray bytes = line.toLatin1();
     CalcCrc32(m_globals, bytes);
-    if (!filestream)
-        return false;
-    if (writeAll(*filestream, bytes + "\r\n"))
-        return true;
-    m_failure = QStringLiteral("Cannot write %1: %2")
-                    .arg(QDir::toNativeSeparators(filestream->fileName()), filestream->errorString());
-    return false;
+    return filestream.write(bytes + "\r\n");
 }
 
 QString MemoryFileWriter::creationTime() const {

@@ -1,12 +1,8 @@
 // Writes the text files of the memory tools: configuration and fault table.
 #pragma once
 
-#include <memory>
-
-#include <QDateTime>
-#include <QFileDevice>
-
 #include "FileTypes1.h"
+#include "FileWriter.h"
 #include "Globals.h"
 #include "MemoryAccess.h"
 #include "Task.h"
@@ -14,10 +10,7 @@
 // One file at a time. Every line ends in CR LF, on every platform.
 class MemoryFileWriter {
 public:
-    enum class Failed {
-        LeavesNoFile,  // a file appears when finish() makes it; until then an older one stays as it was
-        StaysOnDisk,   // what was written is kept
-    };
+    using Failed = FileWriter::Failed;
 
     MemoryFileWriter(Clock& clock, Globals& globals, MemoryAccess& memory)
         : m_clock(clock), m_globals(globals), m_memory(memory) {}
@@ -25,18 +18,19 @@ public:
     // The name to offer: serial number if the amplifier gives it, date and time, extension.
     Task<QString> CreateTimeStampedFilename(QString extension);
 
-    // Begins the file at the absolute path. False when it cannot be made; failure() then says why.
+    // Begins the file at the absolute path. False when it cannot be made.
     bool create(const QString& path, Failed failed);
+    // Begins the same file anew with another first line, and all others as they were.
+    bool writeAgain(const QString& firstLine);
     // Closes the file; with LeavesNoFile it appears only now. False when something of it could not be
     // written.
-    bool finish();
+    bool finish() { return filestream.finish(); }
     // Closes the file unfinished.
-    void abandon();
-    // Why the file could not be made or written, in words for the log; empty when nothing failed.
-    QString failure() const { return m_failure; }
+    void abandon() { filestream.abandon(); }
+    // Why the file could not be made or written, and forgets it; empty when nothing failed.
+    QString takeFailure() { return filestream.takeFailure(); }
 
-    // Adds the line to the running CRC and writes it. Each line reaches the system at once, so a full disk
-    // shows at the line that no longer fits.
+    // Adds the line to the running CRC and writes it.
     bool WriteLine(const QString& line);
 
     // The heading's date and time, "2011/03/02 at 04:05:06".
@@ -54,6 +48,8 @@ private:
     Clock& m_clock;
     Globals& m_globals;
     MemoryAccess& m_memory;
-    std::unique_ptr<QFileDevice> filestream;
-    QString m_failure;
+    QString m_path;
+    Failed m_failed = Failed::LeavesNoFile;
+    QStringList m_lines;  // of the file so far
+    FileWriter filestream;
 };

@@ -1,7 +1,7 @@
 #include "MemoryTools.h"
 
 MemoryTools::MemoryTools(Platform& platform, Globals& globals, LineOwner& line, ProgressView& progress,
-                         TabPanelLock& panel, MemoryWindows& windows)
+                         ConfigurationPanel& panel, MemoryWindows& windows)
     : m_platform(platform),
       m_globals(globals),
       m_line(line),
@@ -15,7 +15,6 @@ Task<> MemoryTools::SaveConfig_Action() {
     if (m_line.isTaken())
         co_return;
     const auto guard = m_line.take();
-    const TabPanelSpan panel(m_panel);
     m_platform.Serial1.Flush();
     co_await m_configuration.Save();
 }
@@ -24,7 +23,6 @@ Task<> MemoryTools::RestoreConfig_Action() {
     if (m_line.isTaken())
         co_return;
     const auto guard = m_line.take();
-    const TabPanelSpan panel(m_panel);
     m_platform.Serial1.Flush();
     co_await m_configuration.Restore();
 }
@@ -41,7 +39,6 @@ Task<> MemoryTools::EditBannerButton_Action() {
     if (m_line.isTaken())
         co_return;
     const auto guard = m_line.take();
-    const TabPanelSpan panel(m_panel);
     PowerOnBanner banner(m_globals, m_memory);
     co_await m_windows.showBannerWindow(banner);
     m_panel.setEditBannerButtonEnabled(true);

@@ -1,6 +1,7 @@
 // The four buttons of the configuration tab.
 #pragma once
 
+#include "ConfigurationPanel.h"
 #include "Globals.h"
 #include "LineOwner.h"
 #include "MemoryAccess.h"
@@ -9,7 +10,6 @@
 #include "Platform.h"
 #include "ProgressView.h"
 #include "SaveRestoreM7Config.h"
-#include "TabPanelLock.h"
 #include "Task.h"
 
 // Each takes the line while it runs. An action that is started while another flow has the line ends at once,
@@ -18,7 +18,7 @@
 class MemoryTools {
 public:
     MemoryTools(Platform& platform, Globals& globals, LineOwner& line, ProgressView& progress,
-                TabPanelLock& panel, MemoryWindows& windows);
+                ConfigurationPanel& panel, MemoryWindows& windows);
     MemoryTools(const MemoryTools&) = delete;
     MemoryTools& operator=(const MemoryTools&) = delete;
 
@@ -27,14 +27,11 @@ public:
     Task<> DisplayFaultTable_Action();
     Task<> EditBannerButton_Action();
 
-    // The amplifier's memory is being written: cancelling the flow now would leave it half written.
-    bool isWriting() const { return m_memory.isWriting(); }
-
 private:
     Platform& m_platform;
     Globals& m_globals;
     LineOwner& m_line;
-    TabPanelLock& m_panel;
+    ConfigurationPanel& m_panel;
     MemoryWindows& m_windows;
     MemoryAccess m_memory;
     MemoryFileWriter m_file;

@@ -8,8 +8,6 @@
 #include "SaveRestoreM7Config.h"
 #include "Text.h"
 
-using namespace std::chrono_literals;
-
 namespace {
 
 constexpr qsizetype SerialNumberPosition = 20;
@@ -17,7 +15,6 @@ constexpr qsizetype CrcPrefixPosition = 7;
 constexpr QStringView CrcPrefix = u"= 0x";
 constexpr qsizetype CrcPosition = 11;
 constexpr qsizetype CrcDigits = 8;
-constexpr auto ResetWait = 100ms;
 
 // The number of a CRC line. The writer drops leading zeros and eight digits are asked for here, so one saved
 // file in sixteen is taken for incomplete.
@@ -77,17 +74,21 @@ Task<bool> SaveRestoreM7Config::Restore() {
 }
 
 Task<bool> SaveRestoreM7Config::verifyAndApply(QString path) {
+    m_fCrcLineFound = m_fCrcVerified = false;
     const QString verifying = QStringLiteral("Verifying configuration file");
     m_globals.SetStatusText(verifying, true);
     const ProgressSpan progress(m_progress, verifying);
     const bool isGood = co_await RestoreData(false);
     if (!isGood)
         co_return false;
-    // Both boxes are warnings, whatever their words say: the restore goes on.
-    if (!m_fCrcLineFound)
+    // Both boxes are warnings, whatever their words say: the restore goes on. Only a file without any data
+    // ends it, which would write zeros over the whole configuration.
+    if (!m_fCrcLineFound || m_memLines == 0)
         co_await m_platform.dialogs.MsgBox(
             QStringLiteral("The configuration file is incomplete.\n\n"
                            "Cannot restore from an incomplete configuration file."));
+    if (m_memLines == 0)
+        co_return false;
     if (!m_fCrcVerified)
         co_await m_platform.dialogs.MsgBox(
             QStringLiteral("The configuration file has been altered after it was saved.\n\n"
@@ -106,6 +107,7 @@ Task<bool> SaveRestoreM7Config::verifyAndApply(QString path) {
 
 Task<bool> SaveRestoreM7Config::RestoreData(bool apply) {
     m_wLines = 0;
+    m_memLines = 0;
     m_globals.m_dwCrc32 = 0;
     m_bytearray.fill(0);
     // Only the last line that has a result counts: a MEM2 line that failed is made good by the CRC line.
@@ -133,10 +135,13 @@ Task<bool> SaveRestoreM7Config::RestoreData(bool apply) {
     // What a failing disk kept back is not made up for with zeros.
     if (!m_input.failure().isEmpty())
         co_return false;
-    // A file that changed after the first pass was good is sent all the same.
-    if (apply)
-        co_await writeImage();
-    co_return result;
+    if (!apply)
+        co_return result;
+    // A file that changed after the first pass was good is sent all the same, unless it has no data any more.
+    if (m_memLines == 0)
+        co_return false;
+    const bool isWritten = co_await writeImage();
+    co_return result&& isWritten;
 }
 
 Task<bool> SaveRestoreM7Config::DoSerialNumberLine() {
@@ -195,6 +200,7 @@ bool SaveRestoreM7Config::DoMemLine(bool apply) {
     QByteArray data;
     if (!ParseMemLine(m_input.line(), page, address, data) || !IsValidAddress(page, address))
         return false;
+    ++m_memLines;
     // 32 bytes, whatever the line's count.
     const auto size = std::min<std::size_t>(MemoryMap::ChunkSize, m_bytearray.size() - address);
     if (apply)
@@ -202,18 +208,20 @@ bool SaveRestoreM7Config::DoMemLine(bool apply) {
     return true;
 }
 
-Task<> SaveRestoreM7Config::writeImage() {
-    const MemoryAccess::WriteSpan writing(m_memory);
+// False when the port has gone: what the amplifier answers is not looked at.
+Task<bool> SaveRestoreM7Config::writeImage() {
+    const auto writing = m_globals.mustEnd.take();
     int chunk = 0;
     for (const std::uint8_t address : MemoryMap::ConfigurationChunks) {
         const QByteArray bytes(reinterpret_cast<const char*>(m_bytearray.data()) + address,
                                MemoryMap::ChunkSize);
         m_progress.setProgressBar1Value(++chunk);
         co_await m_memory.SendCommandGetResponse(FormatEWCommand(0, address, MemoryMap::ChunkSize, bytes));
+        if (!m_memory.isPortOpen())
+            co_return false;
     }
     m_progress.setProgressBar1Maximum(0);
     m_progress.setStaticText1(QStringLiteral("Resetting MCU"));
-    m_memory.ResetMcu();
-    co_await m_platform.clock.sleep(ResetWait);
-    m_platform.Serial1.Flush();
+    const bool isRestarted = co_await m_memory.ResetMcu();
+    co_return isRestarted;
 }

@@ -57,17 +57,6 @@ TEST_F(FaultTableTest, ListsTheNewestFirstAndLeavesTheOldestOut) {
     EXPECT_TRUE(canSave);
 }
 
-TEST_F(FaultTableTest, ReadsTheWholeAreaPageByPage) {
-    begin();
-    QByteArray expected;
-    for (int page = 0; page < 4; ++page)
-        for (int address = 0; address < 256; address += 32)
-            expected +=
-                FormatERCommand(static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(address), 32)
-                    .toLatin1();
-    EXPECT_EQ(port.written(), expected);
-}
-
 TEST_F(FaultTableTest, TheCountByteAloneTellsHowManyThereAre) {
     QByteArray zeros = amplifier.eeprom().contents();
     zeros.replace(256, 768, QByteArray(768, '\0'));
@@ -93,8 +82,11 @@ TEST_F(FaultTableTest, ACodeWithoutANameEndsTheReading) {
     EXPECT_THROW(flow.result(), OutOfBoundsError);
     EXPECT_EQ(rows, QStringList("00000001|02 HI CURR|0000|Excessive power amplifier current"));
     EXPECT_FALSE(isWaiting);
-    EXPECT_FALSE(canSave);
-    expectNothingLeftBehind();
+    EXPECT_TRUE(canSave);
+    saveToFile();
+    EXPECT_TRUE(
+        read(Saved).endsWith("FAULT 02 010C 00000001 02 HI CURR 0000\r\n"
+                             "FAULT 01 0106 00000001 16  0000\r\n"));
 }
 
 TEST_F(FaultTableTest, ASilentAmplifierGivesAnEmptyTable) {
@@ -162,12 +154,35 @@ TEST_F(FaultTableTest, AFileStaysWhateverHappens) {
         saveToFile();
     }
     EXPECT_EQ(read(Saved).size(), 1000);
+    EXPECT_EQ(dialogs.shown, QStringList(QStringLiteral("Cannot write %1: File too large").arg(path(Saved))));
+    dialogs.shown.clear();
     globals.m_FirmwareStatus = FirmwareStatus::Bootloader;
     saveToFile();
     EXPECT_EQ(files(), QStringList(Saved));
     EXPECT_EQ(read(Saved), QByteArray());
     EXPECT_EQ(log, QStringList());
     EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(FaultTableTest, TheDialogOpensWhereTheLastFileWas) {
+    begin();
+    for (const auto& [last, opened] : {std::pair{QStringLiteral("a.VLXFaultTable"), QString()},
+                                       {QStringLiteral("gone/too/a.VLXFaultTable"), QString()},
+                                       {QStringLiteral("here"), QStringLiteral("here")}}) {
+        QDir(world.path()).mkdir(QStringLiteral("here"));
+        globals.m_FaultFolderPath = path(last);
+        run(table.SaveToFile());
+        EXPECT_EQ(QDir(dialogs.saveRequests.back().initialFolder), QDir(path(opened)));
+    }
+}
+
+TEST_F(FaultTableTest, IsEmptyWhenThePortGoes) {
+    Task<> flow = table.Begin(*this);
+    clock.advance(500ms);
+    port.unplug();
+    EXPECT_TRUE(clock.run(flow, 200ms));
+    EXPECT_EQ(rows, QStringList());
+    EXPECT_FALSE(canSave);
 }
 
 TEST_F(FaultTableTest, CancelInTheDialogChangesNothing) {

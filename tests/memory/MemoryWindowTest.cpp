@@ -20,7 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 using Kind = Misbehaviour::Kind;
 
-class MemoryWindow : public testing::Test, public AmplifierBench, public TabPanelLock {
+class MemoryWindow : public testing::Test, public AmplifierBench, public ConfigurationPanel {
 protected:
     MemoryWindow() {
         port.Open();
@@ -35,7 +35,6 @@ protected:
         EXPECT_FALSE(line.isTaken());
     }
 
-    void setTabPanelEnabled(bool enabled) override { isPanelEnabled = enabled; }
     void setEditBannerButtonEnabled(bool enabled) override { isBannerEnabled = enabled; }
 
     QWidget* window(const QString& name) const { return main.findChild<QWidget*>(name); }
@@ -63,7 +62,6 @@ protected:
                               main};
     ProgressWin progress{main};
     MemoryTools tools{platform, globals, line, progress, *this, windows};
-    bool isPanelEnabled = true;
     bool isBannerEnabled = false;
 };
 
@@ -117,7 +115,7 @@ TEST_F(MemoryWindow, AnUnknownFaultCodeIsAnErrorAndTheWindowStays) {
     EXPECT_EQ(errors.size(), 1);
     QWidget* const faults = window(QStringLiteral("FaultTableWindow"));
     EXPECT_EQ(child<QTreeWidget>(*faults, QStringLiteral("Listbox1"))->topLevelItemCount(), 1);
-    EXPECT_FALSE(isEnabled(*faults, QStringLiteral("SaveToFileButton")));
+    EXPECT_TRUE(isEnabled(*faults, QStringLiteral("SaveToFileButton")));
     press(*faults, QStringLiteral("CloseButton"));
     EXPECT_TRUE(clock.run(flow));
 }
@@ -153,7 +151,7 @@ protected:
 TEST_F(BannerWindowTest, ReadsEditsAndSaves) {
     const Task<> flow = open();
     EXPECT_EQ(banner->windowTitle(), QStringLiteral("VLX Power On Banner"));
-    EXPECT_FALSE(isPanelEnabled);
+    EXPECT_TRUE(line.isTaken());
     auto* const wheel = child<ProgressWheel>(*banner, QStringLiteral("ProgressWheel1"));
     EXPECT_TRUE(field->isHidden());
     EXPECT_FALSE(wheel->isHidden());
@@ -166,12 +164,12 @@ TEST_F(BannerWindowTest, ReadsEditsAndSaves) {
     typeText(*field, QStringLiteral("my vlx-7too long"));
     EXPECT_EQ(field->text(), QStringLiteral("MY VLX-7"));
     press(*banner, QStringLiteral("BevelButton1"));
-    EXPECT_TRUE(tools.isWriting());
+    EXPECT_TRUE(globals.mustEnd.isTaken());
     banner->close();  // not in the middle of a write
     EXPECT_TRUE(banner->isVisible());
     EXPECT_TRUE(clock.run(flow));
     EXPECT_EQ(stored(), QByteArrayLiteral("MY VLX-7"));
-    EXPECT_TRUE(isPanelEnabled);
+    EXPECT_FALSE(line.isTaken());
     EXPECT_TRUE(isBannerEnabled);
 }
 
@@ -195,6 +193,21 @@ TEST_F(BannerWindowTest, ShowsWhatWasReadAndTakesPrintableAscii) {
     press(*banner, QStringLiteral("BevelButton1"));
     EXPECT_TRUE(clock.run(flow));
     EXPECT_EQ(stored(), QByteArray("AB\xE9\x07Z\0\0\0", 8));
+}
+
+TEST_F(BannerWindowTest, ReturnSavesOnlyWhatWasRead) {
+    for (const bool isRead : {true, false}) {
+        amplifier.behave();
+        if (!isRead)
+            amplifier.misbehave({Kind::MemoryNoAnswer});
+        const Task<> flow = open();
+        settle();
+        EXPECT_EQ(field->text(), isRead ? QStringLiteral("VLX720") : QString());
+        port.clearWritten();
+        typeKey(*field, {}, Qt::Key_Return);
+        EXPECT_EQ(port.written().startsWith("^EW"), isRead);
+        EXPECT_TRUE(clock.run(flow));
+    }
 }
 
 TEST_F(BannerWindowTest, StaysWhenTheBannerCannotBeWritten) {

@@ -47,17 +47,8 @@ TEST_F(Save, WritesTheMemoryLineForLine) {
     globals.m_dwCrc32 = 0x1234;
     port.Write(";");  // an answer of before, which must not be taken for one of the tool's
     clock.advance(20ms);
-    line_and_log.clear();
     save(Saved);
-
     EXPECT_EQ(read(Saved), expected(true));
-    EXPECT_EQ(line_and_log,
-              QStringList({"out ^ER00E0021E;", "log Saving VLX Configuration", "out ^ER00E0021E;",
-                           "out ^ER000020E0;", "out ^ER002020C0;", "out ^ER004020A0;", "out ^ER00602080;",
-                           "out ^ER00802060;", "out ^ER00A02040;", "out ^ER00C02020;", "out M70;AI0;",
-                           "log Configuration was saved"}));
-    EXPECT_EQ(record.told, QStringList({"lock", "Saving VLX Configuration", "0", "show", "of 223", "32", "64",
-                                        "96", "128", "160", "192", "224", "close", "unlock"}));
     ASSERT_EQ(dialogs.saveRequests.size(), 1U);
     const SaveFileRequest& request = dialogs.saveRequests.front();
     EXPECT_EQ(request.title, QStringLiteral("Save As"));
@@ -86,16 +77,48 @@ TEST_F(Save, WithoutASerialNumberLeavesItsLineAndItsPartOfTheNameOut) {
     EXPECT_EQ(globals.m_SerialNumber, 0);
 }
 
-TEST_F(Save, TheStoredCrcHasNoLeadingZeros) {
-    bool isShortSeen = false;
-    for (int value = 0; value < 256 && !isShortSeen; ++value) {
+// One time in sixteen the first number is too short.
+TEST_F(Save, WaitsForASecondThatGivesANumberOfEightDigits) {
+    int waits = 0;
+    for (int value = 0; value < 64; ++value) {
+        SCOPED_TRACE(value);
         amplifier.eeprom().write(0, 0, QByteArray(1, static_cast<char>(value)));
         clock.setWallClock(QDateTime(QDate(2011, 3, 2), QTime(4, 5, 6)));
         save(Saved);
-        EXPECT_EQ(read(Saved), expected(true));
-        isShortSeen = read(Saved).trimmed().split('x').last().size() < 8;
+        const QByteArray file = read(Saved);
+        const QByteArray time = file.mid(file.indexOf("2011"), 22);
+        EXPECT_EQ(file, expectedFile(amplifier, time, true));
+        EXPECT_EQ(file.trimmed().split('x').last().size(), 8);
+        EXPECT_EQ(log.last(), QStringLiteral("Configuration was saved"));
+        EXPECT_EQ(files(), QStringList(Saved));
+        waits += time.endsWith("06") ? 0 : 1;
     }
-    EXPECT_TRUE(isShortSeen);
+    EXPECT_GT(waits, 0);
+    EXPECT_LT(waits, 16);
+}
+
+TEST_F(Save, RefusesADevice) {
+    QFile::link(QStringLiteral("/dev/null"), path(Saved));
+    save(Saved);
+    EXPECT_EQ(log[log.size() - 2], QStringLiteral("Cannot create %1: Not a regular file").arg(path(Saved)));
+    EXPECT_EQ(QFileInfo(path(Saved)).symLinkTarget(), QStringLiteral("/dev/null"));
+}
+
+// Pulled out at any moment.
+TEST_F(Save, EndsWithThePort) {
+    for (int writes = 0; writes <= 9; ++writes) {
+        port.replug();
+        port.Open();
+        port.clearWritten();
+        dialogs.files = {path(Saved)};
+        const Task<> flow = tools.SaveConfig_Action();
+        EXPECT_TRUE(clock.runUntil([&] { return port.written().count(';') >= writes; }));
+        port.unplug();
+        EXPECT_TRUE(clock.run(flow, 200ms)) << writes;
+        expectNotSaved(QStringLiteral("Error writing EEPROM Data."));
+        EXPECT_EQ(files(), QStringList());
+        expectNothingLeftBehind();
+    }
 }
 
 TEST_F(Save, OneBadAnswerAbandonsIt) {
@@ -191,7 +214,6 @@ TEST_F(Save, CancelInTheDialogChangesNothing) {
     record.told.clear();
     run(tools.SaveConfig_Action());
     EXPECT_EQ(log, QStringList());
-    EXPECT_EQ(record.told, QStringList({"lock", "unlock"}));
     EXPECT_EQ(globals.m_ConfigFolderPath, folder);
     EXPECT_EQ(read(Saved), before);
 }

@@ -31,7 +31,7 @@ BannerWindow::BannerWindow(Clock& clock, Dialogs& dialogs, Flows::ErrorHandler o
     EditField1->setMaxLength(PowerOnBanner::MaximumLength);
     EditField1->setValidator(&m_validator);
     EditField1->hide();
-    BevelButton1->setDefault(true);
+    BevelButton1->setAutoDefault(false);
     BevelButton1->setEnabled(false);
     connect(BevelButton1, &QPushButton::clicked, this, &BannerWindow::BevelButton1_Action);
     connect(BevelButton2, &QPushButton::clicked, this, &BannerWindow::BevelButton2_Action);
@@ -69,7 +69,8 @@ Task<> BannerWindow::Run() {
 }
 
 Task<> BannerWindow::read() {
-    strOriginalText = co_await m_banner.ReadPowerOnBanner();
+    const std::optional<QString> text = co_await m_banner.ReadPowerOnBanner();
+    strOriginalText = text.value_or(QString());
     m_validator.setOriginalText(strOriginalText);
     EditField1->setText(strOriginalText);
     EditField1->show();
@@ -77,6 +78,8 @@ Task<> BannerWindow::read() {
     EditField1->selectAll();
     ProgressWheel1->hide();
     BevelButton1->setEnabled(true);
+    // Saved by a mere Return, the empty field of a failed read would wipe the banner.
+    (text ? BevelButton1 : BevelButton2)->setDefault(true);
 }
 
 Task<> BannerWindow::write() {

@@ -3,16 +3,17 @@
 #include <algorithm>
 
 #include <QCloseEvent>
-#include <QLabel>
 #include <QProgressBar>
 #include <QVBoxLayout>
 
 #include "Naming.h"
+#include "ValueLabel.h"
 
 namespace {
 
 constexpr QPoint FromMainWindow(175, 150);
 constexpr int BarWidth = 260;
+constexpr int FullBar = 100;
 
 }  // namespace
 
@@ -20,9 +21,11 @@ ProgressWin::ProgressWin(QWidget& mainWindow)
     : QWidget(&mainWindow, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
       m_mainWindow(mainWindow),
       ProgressBar1(named(new QProgressBar, QStringLiteral("ProgressBar1"), QStringLiteral("Progress"))),
-      StaticText1(named(new QLabel, QStringLiteral("StaticText1"), QStringLiteral("What is being done"))) {
+      StaticText1(named(new ValueLabel(QStringLiteral("Progress")), QStringLiteral("StaticText1"))) {
     setObjectName(QStringLiteral("ProgressWin"));
     setWindowTitle(QStringLiteral("VLX Utility"));
+    // The keyboard stays with the box behind it.
+    setAttribute(Qt::WA_ShowWithoutActivating);
     ProgressBar1->setMinimumWidth(BarWidth);
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(StaticText1);
@@ -30,7 +33,7 @@ ProgressWin::ProgressWin(QWidget& mainWindow)
 }
 
 void ProgressWin::setStaticText1(const QString& text) {
-    StaticText1->setText(text);
+    StaticText1->setValue(text);
 }
 
 void ProgressWin::setProgressBar1Maximum(int maximum) {
@@ -42,6 +45,10 @@ void ProgressWin::setProgressBar1Value(int value) {
 }
 
 void ProgressWin::showInPlace() {
+    // The last run may have left the bar busy.
+    if (ProgressBar1->maximum() == 0)
+        ProgressBar1->setMaximum(FullBar);
+    ProgressBar1->setValue(0);
     move(m_mainWindow.pos() + FromMainWindow);
     show();
     raise();

@@ -5,8 +5,8 @@
 
 #include "ProgressView.h"
 
-class QLabel;
 class QProgressBar;
+class ValueLabel;
 
 // The user cannot close it.
 class ProgressWin : public QWidget, public ProgressView {
@@ -27,5 +27,5 @@ protected:
 private:
     QWidget& m_mainWindow;
     QProgressBar* ProgressBar1;
-    QLabel* StaticText1;
+    ValueLabel* StaticText1;
 };
