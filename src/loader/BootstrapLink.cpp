@@ -16,7 +16,6 @@ const QString BeginEcho = QStringLiteral("D");
 const QByteArray Fill = QByteArrayLiteral("N");
 
 constexpr double DownloadSpeed = 38400;
-constexpr auto PollStep = 5ms;
 constexpr Ticks EchoLimit{1200};
 constexpr Ticks ReplyLimit{150};
 constexpr std::uint32_t SendsOfABlock = 10;
@@ -28,7 +27,7 @@ Task<bool> BootstrapLink::EnterDownloadMode() {
     if (!m_globals.isBootloader()) {
         Serial1.Write(EnterLoader);
         co_await Serial1.XmitWait();
-        co_await m_clock.sleep(2000ms);
+        co_await m_reader.pause(2000ms);
     }
     if (m_globals.m_dwBaudRate != DownloadSpeed) {
         Serial1.setBaud(Baud::Code38400);
@@ -37,9 +36,19 @@ Task<bool> BootstrapLink::EnterDownloadMode() {
     Serial1.Flush();
     m_globals.SetStatusText(QStringLiteral("Send \"D\""), true);
     Serial1.Write(Begin);
-    const Clock::Microseconds elapsed = co_await awaitReply(tcResponse, 1, EchoLimit, BeginEcho);
+    const Clock::Microseconds start = m_clock.now();
+    tellLongWait(QStringLiteral("Waiting for the boot loader"), EchoLimit);
+    const auto end = co_await m_reader.until(
+        [this] {
+            tcResponse = Text::fromLine(Serial1.Read(1));
+            return Text::equal(tcResponse, BeginEcho);
+        },
+        EchoLimit);
+    tellLongWait({});
+    if (end == LineReader::End::Closed)
+        tcResponse.clear();
     // Start minus end, and so negative, in this line alone.
-    logResponse(tcResponse, QStringLiteral("   "), -elapsed);
+    logResponse(tcResponse, QStringLiteral("   "), start - m_clock.now());
     // A stray character in the very last look counts as an echo.
     if (!tcResponse.isEmpty())
         co_return true;
@@ -65,9 +74,9 @@ Task<bool> BootstrapLink::sendUntilAnswered(QByteArray block, QString expected) 
     for (m_dwCurrentBlockRetries = 0; m_dwCurrentBlockRetries < SendsOfABlock; ++m_dwCurrentBlockRetries) {
         Serial1.Flush();
         Serial1.Write(block);
-        QString reply;
-        const Clock::Microseconds elapsed = co_await awaitReply(reply, Everything, ReplyLimit);
-        logResponse(reply, QStringLiteral("    "), elapsed);
+        const Clock::Microseconds start = m_clock.now();
+        const QString reply = co_await awaitReply(Everything);
+        logResponse(reply, QStringLiteral("    "), m_clock.now() - start);
         if (Text::equal(reply, expected)) {
             if (m_dwCurrentBlockRetries > 0)
                 m_globals.SetStatusText(QStringLiteral("Retry %1 successful at address %2")
@@ -94,12 +103,21 @@ Task<bool> BootstrapLink::SynchronizeToBlockBoundary(std::uint32_t byteCount, st
 Task<bool> BootstrapLink::SynchronizeCommon(std::uint8_t /*fillByte*/, std::uint32_t byteCount,
                                             std::uint32_t& fillCount, QString& response) {
     response.clear();
-    co_await m_clock.sleep(100ms);
+    co_await m_reader.pause(100ms);
     Serial1.Flush();
+    const bool isInStep = co_await fill(byteCount, fillCount, response);
+    tellLongWait({});
+    co_return isInStep;
+}
+
+Task<bool> BootstrapLink::fill(std::uint32_t byteCount, std::uint32_t& fillCount, QString& response) {
     for (std::uint32_t i = 0; i < byteCount; ++i) {
+        if (!Serial1.isOpen())
+            co_return false;
+        tellLongWait(QStringLiteral("No answer, trying again"), (byteCount - i) * ReplyLimit);
         Serial1.Write(Fill);
         fillCount = i + 1;
-        co_await awaitReply(response, 1, ReplyLimit);
+        response = co_await awaitReply(1);
         if (!response.isEmpty()) {
             m_globals.SetStatusText(
                 QStringLiteral("Retry %1 successful at addresss x%2, %3 fill bytes")
@@ -114,21 +132,23 @@ Task<bool> BootstrapLink::SynchronizeCommon(std::uint8_t /*fillByte*/, std::uint
 Task<> BootstrapLink::LeaveDownloadMode() {
     Serial1.Write(Command::PowerOn);
     m_globals.SetStatusText(QStringLiteral("Waiting for VLX reset to complete"), false);
-    co_await m_clock.sleep(4000ms);
+    co_await m_reader.pause(4000ms);
 }
 
-// What one look finds replaces what the look before found.
-Task<Clock::Microseconds> BootstrapLink::awaitReply(QString& reply, qsizetype atMost, Ticks limit,
-                                                    QStringView until) {
-    const Clock::Microseconds start = m_clock.now();
-    const Ticks startTicks = m_clock.ticks();
-    bool hasCome = false;
-    do {
-        co_await m_clock.sleep(PollStep);
-        reply = Text::fromLine(Serial1.Read(atMost));
-        hasCome = until.isEmpty() ? !reply.isEmpty() : Text::equal(reply, until);
-    } while (!hasCome && m_clock.ticks() - startTicks <= limit);
-    co_return m_clock.now() - start;
+Task<QString> BootstrapLink::awaitReply(qsizetype atMost) {
+    QString reply;
+    co_await m_reader.until(
+        [&] {
+            reply = Text::fromLine(Serial1.Read(atMost));
+            return !reply.isEmpty();
+        },
+        ReplyLimit);
+    co_return reply;
+}
+
+void BootstrapLink::tellLongWait(const QString& what, Ticks left) const {
+    if (TellLongWait)
+        TellLongWait(what, std::chrono::duration_cast<std::chrono::seconds>(left));
 }
 
 void BootstrapLink::logResponse(const QString& response, const QString& gap, Clock::Microseconds elapsed) {

@@ -20,6 +20,8 @@ public:
 
     // Replaces the former file. False when `path` is no regular file or may not be read.
     bool open(const QString& path);
+    // Why the file could not be opened, or be read to its end; empty when nothing failed.
+    const QString& failure() const { return m_failure; }
     void close() { m_file.close(); }
     // Bytes, as the file was when it was opened.
     qint64 length() const { return m_length; }
@@ -39,7 +41,10 @@ public:
     bool isAtEnd() const { return m_isExhausted && !m_endsInLineEnd && m_next == m_end; }
 
 private:
+    void fail(const QString& reason);
+
     QFile m_file;
+    QString m_failure;
     qint64 m_length = 0;
     std::vector<char> m_characters;
     const char* m_next = nullptr;

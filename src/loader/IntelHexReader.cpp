@@ -21,12 +21,15 @@ constexpr std::array<std::uint8_t, 256> DigitValues = [] {
 }  // namespace
 
 bool IntelHexReader::OpenPass(const QString& path) {
-    if (!bs.open(path))
+    if (!bs.open(path)) {
+        m_globals.SetStatusText(bs.failure(), false);
         return false;
-    m_fIsReadOK = true;
-    m_fIsEndOfFile = false;
+    }
+    m_state.m_fIsReadOK = true;
+    m_state.m_fIsEndOfFile = false;
+    m_state.m_isOffsetGiven = false;
     // A pass that was cancelled in a message box has left them.
-    m_badDigits = 0;
+    m_hasBadDigit = false;
     m_messages.clear();
     return true;
 }
@@ -34,20 +37,20 @@ bool IntelHexReader::OpenPass(const QString& path) {
 Task<bool> IntelHexReader::Verify(QString path) {
     if (!OpenPass(path))
         co_return false;
-    m_dwcbSumOfAllFiles = static_cast<std::uint32_t>(bs.length());
+    m_state.m_dwcbSumOfAllFiles = static_cast<std::uint32_t>(bs.length());
     for (;;) {
         const bool ok = co_await ReadNext();
         if (!ok)
             co_return false;
-        if (bs.isAtEnd() || m_fIsEndOfFile)
+        if (bs.isAtEnd() || m_state.m_fIsEndOfFile)
             co_return true;
     }
 }
 
 Task<bool> IntelHexReader::ReadNext() {
     do {
-        m_wCheckSum = 0;
-        if (!m_fIsReadOK)
+        m_state.m_wCheckSum = 0;
+        if (!m_state.m_fIsReadOK)
             co_return false;
         // One character more than a record, so that bs.isAtEnd() is known behind it.
         while (bs.needsInput(LongestRecord + 1)) {
@@ -55,30 +58,30 @@ Task<bool> IntelHexReader::ReadNext() {
             co_await m_clock.breathe();
         }
         readRecord();
-        if (!m_fIsReadOK)
+        if (!m_state.m_fIsReadOK)
             co_await report();
-    } while (m_fIsReadOK && !m_fIsEndOfFile && !m_isDataRecord);
-    if (m_fIsReadOK)
-        m_dwErrorCode = 0;
-    co_return m_fIsReadOK;
+    } while (m_state.m_fIsReadOK && !m_state.m_fIsEndOfFile && !m_isDataRecord);
+    if (m_state.m_fIsReadOK)
+        m_state.m_dwErrorCode = 0;
+    co_return m_state.m_fIsReadOK;
 }
 
 void IntelHexReader::readRecord() {
     m_isDataRecord = false;
     if (ReadChar() != ':') {
         fail(QStringLiteral("Expected start character \":\" not found"));
-        m_dwErrorCode = MissingStart;
+        m_state.m_dwErrorCode = MissingStart;
         return;
     }
-    m_bcb = ReadByte();
+    m_state.m_bcb = ReadByte();
     const std::uint16_t address = ReadWord();
     const std::uint8_t type = ReadByte();
     // The checksum byte follows the data.
-    for (std::size_t i = 0; i <= m_bcb; ++i)
-        m_abData[i] = ReadByte();
+    for (std::size_t i = 0; i <= m_state.m_bcb; ++i)
+        m_state.m_abData[i] = ReadByte();
     if (!m_messages.isEmpty())  // the stream ended: there is nothing to check
         return;
-    if ((m_wCheckSum & 0xFF) != 0) {
+    if ((m_state.m_wCheckSum & 0xFF) != 0) {
         fail(QStringLiteral("Intel Hex checksum verification failed"));
         return;
     }
@@ -89,19 +92,19 @@ void IntelHexReader::actOn(std::uint8_t type, std::uint16_t address) {
     switch (type) {
         case 0:
             m_isDataRecord = true;
-            m_dwAddress = m_dwOffset + address;
+            m_state.m_dwAddress = m_state.m_dwOffset + address;
             break;
         case 1:
-            m_fIsEndOfFile = true;
+            m_state.m_fIsEndOfFile = true;
             break;
         case 2:
             // From the address field, and not from the data as elsewhere: a common record gives 0.
-            m_dwOffset = static_cast<std::uint32_t>(address) << 4;
+            setOffset(static_cast<std::uint32_t>(address) << 4);
             break;
         case 4:
             // One byte lower than elsewhere for the first byte: 0001 gives 0x10000, but 0100 gives 0x100.
-            m_dwOffset =
-                static_cast<std::uint32_t>(m_abData[0]) << 8 | static_cast<std::uint32_t>(m_abData[1]) << 16;
+            setOffset(static_cast<std::uint32_t>(m_state.m_abData[0]) << 8 |
+                      static_cast<std::uint32_t>(m_state.m_abData[1]) << 16);
             break;
         case 3:
         case 5:
@@ -111,9 +114,17 @@ void IntelHexReader::actOn(std::uint8_t type, std::uint16_t address) {
     }
 }
 
+void IntelHexReader::setOffset(std::uint32_t offset) {
+    m_state.m_dwOffset = offset;
+    m_state.m_isOffsetGiven = true;
+}
+
 void IntelHexReader::failAtEnd() {
-    if (m_messages.isEmpty())
-        fail(QStringLiteral("End File record was not found"));
+    if (!m_messages.isEmpty())
+        return;
+    if (!bs.failure().isEmpty())
+        fail(bs.failure());
+    fail(QStringLiteral("End File record was not found"));
 }
 
 std::uint8_t IntelHexReader::ReadByte() {
@@ -122,7 +133,7 @@ std::uint8_t IntelHexReader::ReadByte() {
         const std::optional<char> character = ReadChar();
         value = static_cast<std::uint8_t>(value << 4 | (character ? NibbleToBin(*character) : 0));
     }
-    m_wCheckSum = static_cast<std::uint16_t>(m_wCheckSum + value);
+    m_state.m_wCheckSum = static_cast<std::uint16_t>(m_state.m_wCheckSum + value);
     return value;
 }
 
@@ -135,19 +146,20 @@ std::uint8_t IntelHexReader::NibbleToBin(char character) {
     const std::uint8_t value = DigitValues[static_cast<unsigned char>(character)];
     if (value != NoDigit)
         return value;
-    ++m_badDigits;
-    m_fIsReadOK = false;
+    m_hasBadDigit = true;
+    m_state.m_fIsReadOK = false;
     return 0;
 }
 
 void IntelHexReader::fail(const QString& message) {
     m_messages += message;
-    m_fIsReadOK = false;
+    m_state.m_fIsReadOK = false;
 }
 
-// The bad digits stand before whatever else is wrong with the record: they were read first.
+// The bad digits stand before whatever else is wrong with the record: they were read first. One box tells of
+// all of them.
 Task<> IntelHexReader::report() {
-    for (; m_badDigits > 0; --m_badDigits)
+    if (std::exchange(m_hasBadDigit, false))
         co_await m_dialogs.MsgBox(QStringLiteral("ERROR: Bad character in BIN file"));
     const QStringList messages = std::exchange(m_messages, {});
     for (const QString& message : messages)

@@ -15,9 +15,26 @@
 #include "Platform.h"
 #include "Task.h"
 
+// What the reader has found so far, under the names that it goes by.
+struct IntelHexState {
+    bool m_fIsReadOK = false;
+    bool m_fIsEndOfFile = false;
+    std::uint16_t m_wCheckSum = 0;  // sum of the byte values since the record began
+    std::uint8_t m_bcb = 0;         // byte count of the last record
+    // Data of the last record and its checksum behind it; a shorter record leaves older bytes.
+    std::array<std::uint8_t, 256> m_abData{};
+    // Not cleared between two passes: an image begins with an address record.
+    std::uint32_t m_dwOffset = 0;
+    bool m_isOffsetGiven = false;           // by a record of this pass
+    std::uint32_t m_dwAddress = 0;          // of the last data record, m_dwOffset included
+    std::uint32_t m_dwErrorCode = 0;        // MissingStart, or 0: kept for its name
+    std::uint32_t m_dwcbRead = 0;           // characters accepted since the program began: kept for its name
+    std::uint32_t m_dwcbSumOfAllFiles = 0;  // bytes of the file that Verify saw last
+};
+
 // A pull reader with one user at a time. A record is ":", a byte count, an address word, a type, the data
 // and a checksum, all as pairs of hexadecimal digits; line ends may stand anywhere, other white space
-// nowhere. After a fault nothing is read until a new pass sets m_fIsReadOK.
+// nowhere. After a fault nothing is read until a new pass begins.
 //
 // The waits are in ReadNext and Verify alone: ReadNext reads ahead what the longest record needs, and the
 // calls for one character, byte or word are plain functions on that.
@@ -32,7 +49,7 @@ public:
     IntelHexReader& operator=(const IntelHexReader&) = delete;
 
     // True when every record of the file is whole, up to the end record or to the end of the file. A file
-    // that cannot be opened gives false without a message. Leaves the file open.
+    // that cannot be opened gives false with the reason in the log alone. Leaves the file open.
     Task<bool> Verify(QString path);
     // Opens the file and makes it ready for a pass; false when it cannot be opened.
     bool OpenPass(const QString& path);
@@ -45,7 +62,7 @@ public:
     std::optional<char> ReadChar() {
         const std::optional<char> character = bs.read();
         if (character)
-            ++m_dwcbRead;
+            ++m_state.m_dwcbRead;
         else
             failAtEnd();
         return character;
@@ -55,24 +72,17 @@ public:
     // 0 for a character that is no hexadecimal digit, which is a fault.
     std::uint8_t NibbleToBin(char character);
 
-    FirmwareStream bs;
-    bool m_fIsReadOK = false;
-    bool m_fIsEndOfFile = false;
-    std::uint16_t m_wCheckSum = 0;  // sum of the byte values since the record began
-    std::uint8_t m_bcb = 0;         // byte count of the last record
-    // Data of the last record and its checksum behind it; a shorter record leaves older bytes.
-    std::array<std::uint8_t, 256> m_abData{};
-    // Not cleared between two passes: an image begins with an address record.
-    std::uint32_t m_dwOffset = 0;
-    std::uint32_t m_dwAddress = 0;          // of the last data record, m_dwOffset included
-    std::uint32_t m_dwErrorCode = 0;        // MissingStart, or 0
-    std::uint32_t m_dwcbRead = 0;           // characters accepted since the program began
-    std::uint32_t m_dwcbSumOfAllFiles = 0;  // bytes of the file that Verify saw last
+    const IntelHexState& state() const { return m_state; }
+    // Nothing is left in the file.
+    bool isAtEnd() const { return bs.isAtEnd(); }
+    // Lets the file go.
+    void close() { bs.close(); }
 
 private:
     static constexpr std::uint32_t MissingStart = 0xE200000B;
 
     void readRecord();
+    void setOffset(std::uint32_t offset);
     void actOn(std::uint8_t type, std::uint16_t address);
     void fail(const QString& message);
     void failAtEnd();
@@ -82,8 +92,10 @@ private:
     Dialogs& m_dialogs;
     Globals& m_globals;
 
+    FirmwareStream bs;
+    IntelHexState m_state;
     bool m_isDataRecord = false;
     // What the last record is to be blamed for: told once it has been read.
-    int m_badDigits = 0;
+    bool m_hasBadDigit = false;
     QStringList m_messages;
 };

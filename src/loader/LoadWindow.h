@@ -1,16 +1,20 @@
 // The window of a firmware load: its progress and its log.
 #pragma once
 
+#include <optional>
+
 #include <QDialog>
 
 #include "Gate.h"
 #include "Globals.h"
 #include "LoadView.h"
 #include "MCULoader.h"
+#include "RemainingTime.h"
 #include "Task.h"
 #include "VersionedFilename.h"
 
 class LogField;
+class QLabel;
 class QProgressBar;
 class QPushButton;
 
@@ -20,7 +24,7 @@ class LoadWindow : public QDialog, public LoadView {
     Q_OBJECT
 
 public:
-    LoadWindow(Clock& clock, Globals& globals, MCULoader& loader, VersionedFilename& versionedFilename,
+    LoadWindow(Platform& platform, Globals& globals, MCULoader& loader, VersionedFilename& versionedFilename,
                QWidget& mainWindow);
     ~LoadWindow() override;
 
@@ -30,6 +34,7 @@ public:
 
     void setProgressBar1Maximum(int maximum) override;
     void setProgressBar1Value(int value) override;
+    void showLongWait(const QString& what, std::chrono::seconds left) override;
 
     void done(int result) override;
 
@@ -40,8 +45,11 @@ private:
     void offerToClose();
     void takeLogLine(const QString& line);
     void showLog();
+    void tellLongWait();
+    void saveActivityLog();
 
     Clock& m_clock;
+    Dialogs& m_dialogs;
     Globals& m_globals;
     MCULoader& m_loader;
     VersionedFilename& m_versionedFilename;
@@ -51,13 +59,20 @@ private:
     // Lines that wait to be shown together with those that follow.
     QString m_unshownLog;
     ClockTimer m_logPause;
+    // The long wait that is shown, and when it ends.
+    QString m_longWait;
+    Clock::Microseconds m_longWaitEnd{0};
+    ClockTimer m_countDown;
 
     LogField* ActivityLog;
     QProgressBar* ProgressBar1;
+    QLabel* LongWaitText;
+    RemainingTime m_remaining;
+    std::optional<Task<>> m_saving;
     QPushButton* CloseIt;
 };
 
 // Shows the window of a load and ends, always with true, when it has closed. How the load went is told by
 // the log alone.
-Task<bool> LoadMcu(Clock& clock, Globals& globals, MCULoader& loader, VersionedFilename& versionedFilename,
-                   QWidget& mainWindow);
+Task<bool> LoadMcu(Platform& platform, Globals& globals, MCULoader& loader,
+                   VersionedFilename& versionedFilename, QWidget& mainWindow);

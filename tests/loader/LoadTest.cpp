@@ -3,6 +3,7 @@
 
 using State = Vlx720::State;
 using Kind = Misbehaviour::Kind;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -30,8 +31,12 @@ struct WholeLoad : LoadBench, LoadView {
 
     void setProgressBar1Maximum(int maximum) override { progress += QStringLiteral("of %1").arg(maximum); }
     void setProgressBar1Value(int value) override { progress += QString::number(value); }
+    void showLongWait(const QString& what, std::chrono::seconds left) override {
+        waits += what.isEmpty() ? what : QStringLiteral("%1 %2").arg(what).arg(left.count());
+    }
 
     QStringList progress;
+    QStringList waits;
 };
 
 // A build without optimisation tries every seventh place only where all places are tried.
@@ -45,62 +50,11 @@ const QString ProgrammingFailed =
     QStringLiteral("VLX programming failed.\n\nRemove power and re-try the firmware load.");
 const QString FinalBlockFailed = QStringLiteral("VLX firmware final block load failed.");
 
-TEST(Load, TellsTheWholeConversation) {
-    WholeLoad bench(State::Main);
-    bench.globals.m_Verbose = true;
-    bench.globals.m_loadingfirmware = true;
-    QStringList said;
-    bench.globals.ActivityLog = [&](const QString& line) { said += line.chopped(1); };
-    bench.port.Written = [&](const QByteArray& bytes) {
-        said += bytes.size() == ImageBlock::Length ? QStringLiteral("> block")
-                                                   : QStringLiteral("> ") + QString::fromLatin1(bytes);
-    };
-    const QByteArray image = QByteArray(16, '\0') + "VLX720FP0105" + QByteArray(99, '\x11') + '\0';
-    bench.install(HexText::file(image));
-    EXPECT_TRUE(bench.load());
-
-    const auto hex = [](const QByteArray& block) { return QString::fromLatin1(block.toHex().toUpper()); };
-    const QByteArray blocks = Image::wireBlocks(image);
-    const QStringList expected{
-        QStringLiteral("VLX firmware file \"VLX720FP0105.hex\" verified"),
-        QStringLiteral("> ^LDM;"),
-        QStringLiteral("Send \"D\""),
-        QStringLiteral("> D"),
-        QStringLiteral("Response \"D\"   \"-5 msec"),
-        QStringLiteral("Sending firmware file \"VLX720FP0105.hex\" to VLX"),
-        QStringLiteral("VLX firmware file checksum word is x0000"),
-        QStringLiteral("Send 68 bytes x") + hex(blocks.left(68)),
-        QStringLiteral("> block"),
-        QStringLiteral("Response \"A\"    \"20 msec"),
-        QStringLiteral("Send 68 bytes x") + hex(blocks.mid(68, 68)),
-        QStringLiteral("> block"),
-        QStringLiteral("Response \"A\"    \"20 msec"),
-        QStringLiteral("VLX checksum was replaced with computed value 0x") +
-            hex(Image::loaded(image).left(2)),
-        QStringLiteral("Send 68 bytes x") + hex(blocks.right(68)),
-        QStringLiteral("> block"),
-        QStringLiteral("Response \"B\"    \"20 msec"),
-        QStringLiteral("> P;"),
-        QStringLiteral("Waiting for VLX reset to complete"),
-        QStringLiteral("> ;"),
-        QStringLiteral("> ;;;;;"),
-        QStringLiteral("> I;"),
-        QStringLiteral("Send \"^RVM;\""),
-        QStringLiteral("> ^RVM;"),
-        QStringLiteral("Response \"^RVM01.05;\"   5 msec"),
-        QStringLiteral("Loaded VLX firmware version 01.05\nVLX responded with version 01.05"),
-        QStringLiteral("VLX firmware load is complete"),
-    };
-    EXPECT_EQ(said.join(u'\n'), expected.join(u'\n'));
-    EXPECT_EQ(bench.panel.installedHistory,
-              QStringList({QStringLiteral("Loading"), QStringLiteral("01.05")}));
-    EXPECT_EQ(bench.clock.pendingWaits(), 0);
-}
-
 struct WireCase {
     const char* name;
     QByteArray hexText;
     QByteArray image;  // what must arrive
+    const char* objection = nullptr;
 };
 
 std::vector<WireCase> wireCases() {
@@ -116,13 +70,18 @@ std::vector<WireCase> wireCases() {
         {"nothing beyond the window", dataRecords(0x800, full + QByteArray(0x280, '\x66')) + end(), full},
         {"records of other lengths",
          opening + record(0, 0x800, sixteen.left(15)) + record(0, 0x800, QByteArray(17, 'x')) + file(small),
-         small},
-        {"half a block at the end", dataRecords(0x800, small + sixteen.repeated(3)) + end(), small},
+         small, "The firmware file has a record of 15 bytes at address 0x800, which cannot be sent."},
+        {"half a block at the end", dataRecords(0x800, small + sixteen.repeated(3)) + end(), small,
+         "The firmware file ends with an incomplete block at address 0x8F0."},
         {"records from 0x20000 on end it",
          dataRecords(0x800, small) + record(4, 0, QByteArray::fromHex("0002")) + record(0, 0x800, sixteen) +
              file(small),
          small},
-        {"no end record", file(small).chopped(15), small},
+        {"no end record", file(small).chopped(15), small,
+         "The firmware file has no end record. It may have been cut off."},
+        {"no address record", file(small).mid(17), small,
+         "The firmware file does not begin with an address record."},
+        {"data of no bytes", opening + record(0, 0x800) + file(small), small},
     };
 }
 
@@ -130,12 +89,46 @@ TEST(Load, SendsExactlyTheImage) {
     for (const WireCase& row : wireCases()) {
         WholeLoad bench(State::Waiting);
         bench.install(row.hexText);
-        bench.load();
+        bench.dialogs.cautionAnswers = {false};
+        EXPECT_TRUE(bench.load()) << row.name;
+        EXPECT_EQ(bench.dialogs.shown.join(u' ').toStdString(),
+                  row.objection ? row.objection + std::string("\nSend it anyway?") : "")
+            << row.name;
         const QByteArray expected = "D" + Image::wireBlocks(row.image) + "P;";
         EXPECT_TRUE(bench.port.written().startsWith(expected)) << row.name;
         // Sensing follows, and not one block more.
         EXPECT_LT(bench.port.written().size(), expected.size() + ImageBlock::Length) << row.name;
         EXPECT_EQ(bench.clock.pendingWaits(), 0) << row.name;
+    }
+}
+
+// What is sent then is told by the rows above; here the user takes the default.
+TEST(Load, AsksBeforeItSendsWhatIsNoWholeImage) {
+    using namespace HexText;
+    const QByteArray four(64, '\x77');
+    const auto at = [](int address, const QByteArray& data) { return dataRecords(address, data); };
+    const std::pair<QByteArray, const char*> rows[] = {
+        {end(), "The firmware file has no data at address 0x800, where the firmware begins."},
+        {at(0x840, four) + end(),
+         "The firmware file has no data at address 0x800, where the firmware begins."},
+        {at(0x800, four) + at(0x880, four) + end(),
+         "The firmware file has a gap from address 0x840 to 0x880."},
+        {at(0x800, four) + at(0x800, four) + end(), "The firmware file is out of order at address 0x800."},
+        {at(0x800, four.left(32)) + at(0x830, four.left(32)) + end(),
+         "The firmware file has a gap from address 0x820 to 0x830."},
+        {at(0x800, four) + record(0, 0x840, four.left(8)) + end(),
+         "The firmware file has a record of 8 bytes at address 0x840, which cannot be sent."},
+    };
+    for (const auto& [file, objection] : rows) {
+        WholeLoad bench(State::Main);
+        bench.install(file);
+        EXPECT_FALSE(bench.load()) << objection;
+        EXPECT_EQ(bench.port.written(), QByteArray()) << objection;
+        EXPECT_EQ(bench.dialogs.shown,
+                  QStringList(QLatin1String(objection) + QStringLiteral("\nSend it anyway?")));
+        EXPECT_EQ(
+            bench.log.mid(1),
+            QStringList({QLatin1String(objection) + QStringLiteral(" It was not sent."), ProgrammingFailed}));
     }
 }
 
@@ -150,19 +143,21 @@ TEST(Load, SendsNothingUnlessTheFileIsGood) {
         {"last checksum",
          good.chopped(4) + "00\r\n",
          {QStringLiteral("Intel Hex checksum verification failed")}},
-        {"no such file", std::nullopt, {}},
+        {"no such file", std::nullopt, {QStringLiteral("Cannot read %1: No such file or directory")}},
     };
     for (const Row& row : rows) {
         WholeLoad bench(State::Main);
         if (row.file)
             bench.install(*row.file);
         const QString name = bench.versionedFilename.m_mstrPath;
+        QStringList said = row.said;
+        said.replaceInStrings(QStringLiteral("%1"), bench.globals.m_FolderPath + name);
         EXPECT_FALSE(bench.load());
         EXPECT_EQ(bench.port.written(), QByteArray()) << row.name;
-        EXPECT_EQ(bench.log,
-                  row.said + QStringList(
-                                 {QStringLiteral("Verification of VLX firmware file \"%1\" failed").arg(name),
-                                  ProgrammingFailed}));
+        EXPECT_EQ(
+            bench.log,
+            said + QStringList({QStringLiteral("Verification of VLX firmware file \"%1\" failed").arg(name),
+                                ProgrammingFailed}));
     }
 }
 
@@ -179,18 +174,6 @@ TEST(Load, ReachesTheAmplifierWhateverItsSpeedAndState) {
         EXPECT_TRUE(bench.port.written().startsWith("^LDM;D")) << speed;
         EXPECT_EQ(bench.globals.m_FirmwareStatus, FirmwareStatus::Main) << speed;
     }
-}
-
-TEST(Load, NeedsAnEcho) {
-    WholeLoad bench(State::Off);
-    bench.globals.m_Verbose = true;
-    bench.install(HexText::file(Image::make(3)));
-    EXPECT_FALSE(bench.load());
-    EXPECT_EQ(bench.port.written(), "^LDM;D");
-    EXPECT_EQ(bench.log.mid(1),
-              QStringList({QStringLiteral("Send \"D\""), QStringLiteral("Response \"\"   \"-20020 msec"),
-                           QStringLiteral("VLX Bootstrap Loader did not echo \"D\""),
-                           QStringLiteral("Remove VLX power and retry firmware load"), ProgrammingFailed}));
 }
 
 TEST(Load, WorksOutTheChecksumWordWhereItCan) {
@@ -215,6 +198,7 @@ TEST(Load, WorksOutTheChecksumWordWhereItCan) {
     for (const Row& row : rows) {
         WholeLoad bench(State::Waiting);
         bench.install(row.records + HexText::end());
+        bench.dialogs.cautionAnswers = {false};
         EXPECT_FALSE(bench.load()) << row.name;
         EXPECT_EQ(bench.log.mid(bench.log.size() - 2), QStringList({row.lastButOne, ProgrammingFailed}));
         EXPECT_EQ(bench.port.written().left(1 + row.blocks.size()), "D" + row.blocks) << row.name;
@@ -261,6 +245,11 @@ TEST(Load, MovesTheBarWithTheImage) {
                            QStringLiteral("50"), QStringLiteral("55"), QStringLiteral("of 0")}));
 }
 
+bool losesEcho(Kind kind) {
+    return kind == Kind::Lost || kind == Kind::WrongBytes || kind == Kind::ByteLost ||
+           kind == Kind::ByteFlipped;
+}
+
 // One answer goes wrong, whichever it is and however: the load succeeds, or the next one does.
 TEST(Load, SurvivesAnyOneBadAcknowledgement) {
     constexpr int blocks = 6;
@@ -272,26 +261,17 @@ TEST(Load, SurvivesAnyOneBadAcknowledgement) {
             Misbehaviour misbehaviour = named.example;
             misbehaviour.nth = nth;
             bench.amplifier.misbehave(misbehaviour);
-            const bool isGood = bench.load() || bench.removePowerAndLoadAgain();
-            EXPECT_TRUE(isGood) << named.name.data() << ' ' << nth;
+            // Only power and the echo are not made good in the same load.
+            const bool isMended =
+                misbehaviour.kind != Kind::PowerLoss && (nth > 1 || !losesEcho(misbehaviour.kind));
+            EXPECT_EQ(bench.load(), isMended) << named.name.data() << ' ' << nth;
+            if (!isMended) {
+                EXPECT_TRUE(bench.removePowerAndLoadAgain()) << named.name.data() << ' ' << nth;
+            }
             EXPECT_TRUE(bench.holds(image)) << named.name.data() << ' ' << nth;
             EXPECT_EQ(bench.clock.pendingWaits(), 0);
         }
     }
-}
-
-TEST(Load, TellsOfRetries) {
-    WholeLoad bench(State::Waiting);
-    bench.globals.m_Verbose = true;
-    bench.install(HexText::file(Image::make(3)));
-    bench.amplifier.misbehave({.kind = Kind::ByteLost, .nth = 1 + 68 + 10});
-    EXPECT_TRUE(bench.load());
-    // No dump of the block: it is for the log of the window of a load.
-    EXPECT_EQ(bench.log.mid(7, 5),
-              QStringList({QStringLiteral("Send 68 bytes x"), QStringLiteral("Response \"\"    \"2510 msec"),
-                           QStringLiteral("Retry 1 successful at addresss x870, 0 fill bytes"),
-                           QStringLiteral("Response \"A\"    \"20 msec"),
-                           QStringLiteral("Retry 1 successful at address 2160")}));
 }
 
 TEST(Load, SendsEachBlockTenTimesAtMost) {
@@ -314,22 +294,87 @@ TEST(Load, SendsEachBlockTenTimesAtMost) {
     EXPECT_TRUE(bench.log.contains(QStringLiteral("VLX Block write failed at address: 2048")));
 }
 
-TEST(Load, EndsWhenTheFileShrinksUnderIt) {
+// The file changes while it is sent: nothing of it is committed, and the next load mends it.
+TEST(Load, CommitsOnlyWhatWasVerified) {
     const QByteArray image = Image::make(2000);
     const QByteArray hexText = HexText::file(image);
-    WholeLoad bench(State::Waiting);
-    bench.install(hexText);
-    bench.port.Written = [&bench](const QByteArray& bytes) {
-        if (bytes == "D") {
-            EXPECT_TRUE(QFile::resize(bench.globals.m_FolderPath + bench.versionedFilename.m_mstrPath, 1000));
-        }
+    QByteArray other = image;
+    other[100000] = static_cast<char>(other[100000] + 1);
+    const std::pair<const char*, QByteArray> rows[] = {
+        {"cut inside a record", hexText.left(1000)},
+        {"cut between two records", hexText.left(17 + 45 * 1600)},
+        {"another image", HexText::file(other)},
+        {"the end record alone is missing", hexText.chopped(13)},
     };
-    bench.load();
-    EXPECT_EQ(bench.log.at(2), QStringLiteral("End File record was not found"));
-    bench.port.Written = nullptr;
-    bench.install(hexText);
-    EXPECT_TRUE(bench.removePowerAndLoadAgain());
-    EXPECT_TRUE(bench.holds(image));
+    for (const auto& [name, changed] : rows) {
+        WholeLoad bench(State::Waiting);
+        bench.port.setInstantLine(true);
+        bench.install(hexText);
+        bench.port.Written = [&bench, &changed = changed](const QByteArray& bytes) {
+            if (bytes == "D")
+                bench.install(changed);
+        };
+        EXPECT_FALSE(bench.load()) << name;
+        EXPECT_FALSE(bench.amplifier.flash().isImageValid()) << name;
+        EXPECT_EQ(
+            bench.log.mid(bench.log.size() - 2),
+            QStringList({QStringLiteral("The firmware file is no longer as it was verified. VLX was not "
+                                        "told to use it."),
+                         ProgrammingFailed}))
+            << name;
+        bench.port.Written = nullptr;
+        bench.install(hexText);
+        EXPECT_TRUE(bench.removePowerAndLoadAgain()) << name;
+        EXPECT_TRUE(bench.holds(image)) << name;
+    }
+}
+
+// Pulled out at any moment, the load fails in its own words at once, and the next one works.
+TEST(Load, EndsWithThePort) {
+    const QByteArray image = Image::make(3);
+    for (const auto moment : {0ms, 1ms, 1000ms, 2001ms, 2010ms, 2030ms, 2080ms, 2100ms, 3000ms, 6000ms}) {
+        WholeLoad bench(State::Main);
+        bench.amplifier.settings().loader = {.echo = 10ms, .blockWrite = 10ms};
+        bench.install(HexText::file(image));
+        Task<bool> flow = bench.loader.Load(bench);
+        bench.clock.advance(moment);
+        ASSERT_FALSE(flow.isDone()) << moment.count();
+        bench.port.unplug();
+        EXPECT_TRUE(bench.clock.run(flow, 1s)) << moment.count();
+        EXPECT_FALSE(flow.result()) << moment.count();
+        EXPECT_EQ(bench.log.last(), ProgrammingFailed);
+        bench.port.replug();
+        bench.port.Open();
+        EXPECT_TRUE(bench.removePowerAndLoadAgain()) << moment.count();
+        EXPECT_TRUE(bench.holds(image)) << moment.count();
+    }
+}
+
+TEST(Load, TellsOfItsLongWaits) {
+    WholeLoad bench(State::Waiting);
+    bench.install(HexText::file(Image::make(1)));
+    bench.amplifier.misbehave({Kind::PowerLoss, 40});
+    EXPECT_FALSE(bench.load());
+    const QString trying = QStringLiteral("No answer, trying again ");
+    EXPECT_EQ(bench.waits.mid(0, 4),
+              QStringList({QStringLiteral("Waiting for the boot loader 20"), QString(),
+                           trying + QStringLiteral("170"), trying + QStringLiteral("167")}));
+    EXPECT_EQ(bench.waits.last(), QString());
+}
+
+TEST(Load, SendsAtMostTenTimes) {
+    for (const int refusals : {9, 10}) {
+        WholeLoad bench(State::Waiting);
+        bench.install(HexText::file(Image::make(1)));
+        // Each send of the block is refused, and each fill behind it answered by the loader.
+        for (int send = 0; send < refusals; ++send)
+            bench.amplifier.misbehave({Kind::WrongBytes, 2 + 2 * send});
+        // The final block holds the whole of so small an image.
+        EXPECT_TRUE(bench.load()) << refusals;
+        EXPECT_EQ(bench.log.contains(QStringLiteral("Retry 9 successful at address 2096")), refusals < 10);
+        EXPECT_EQ(bench.log.contains(QStringLiteral("VLX Block write failed at address: 2048")),
+                  refusals == 10);
+    }
 }
 
 // Whatever byte goes wrong on its way out, or is the last that the amplifier hears.
@@ -341,8 +386,13 @@ TEST(Load, SurvivesAnyOneByteLostFlippedOrLast) {
             WholeLoad bench(State::Waiting);
             bench.install(HexText::file(image));
             bench.amplifier.misbehave({.kind = kind, .nth = nth});
-            const bool isGood = bench.load() || bench.removePowerAndLoadAgain();
-            EXPECT_TRUE(isGood) << nth;
+            // The "D" and the "P;" are sent once. A lost ";" is made good by those of the sensing.
+            const bool isVital = nth == 1 || nth == bytes - 1 || (nth == bytes && kind == Kind::ByteFlipped);
+            const bool isMended = kind != Kind::PowerLoss && !isVital;
+            EXPECT_EQ(bench.load(), isMended) << nth;
+            if (!isMended) {
+                EXPECT_TRUE(bench.removePowerAndLoadAgain()) << nth;
+            }
             EXPECT_TRUE(bench.holds(image)) << nth;
         }
     }

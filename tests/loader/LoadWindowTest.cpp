@@ -1,6 +1,7 @@
 // The window of a load, pressed and read as the user does.
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -9,6 +10,7 @@
 #include "Child.h"
 #include "LoadBench.h"
 #include "LoadWindow.h"
+#include "RemainingTime.h"
 
 using namespace std::chrono_literals;
 
@@ -23,7 +25,8 @@ protected:
     }
 
     void start() {
-        flow.emplace(LoadMcu(bench.clock, bench.globals, bench.loader, bench.versionedFilename, mainWindow));
+        flow.emplace(
+            LoadMcu(bench.platform, bench.globals, bench.loader, bench.versionedFilename, mainWindow));
         window = mainWindow.findChild<QWidget*>(QStringLiteral("LoadWindow"));
     }
     QString text() { return child<QTextEdit>(*window, QStringLiteral("ActivityLog"))->toPlainText(); }
@@ -79,6 +82,24 @@ TEST_F(LoadWindowTest, StaysAfterAFailure) {
     EXPECT_TRUE(text().endsWith(
         QStringLiteral("\nRemove power and re-try the firmware load.\nVLX firmware load failed\n")));
     window->close();
+    expectEnd();
+}
+
+TEST_F(LoadWindowTest, CountsDownWhileTheLoaderIsSilent) {
+    bench.amplifier.misbehave({Misbehaviour::Kind::PowerLoss, 5 + 1 + 100});
+    start();
+    const auto waiting = [this] { return child<QLabel>(*window, QStringLiteral("LongWaitText"))->text(); };
+    EXPECT_TRUE(bench.clock.runUntil([&] { return !waiting().isEmpty(); }));
+    EXPECT_EQ(waiting(), QStringLiteral("Waiting for the boot loader: up to 0:20 left"));
+    EXPECT_TRUE(bench.clock.runUntil([&] { return waiting().startsWith(QStringLiteral("No")); }));
+    EXPECT_EQ(waiting(), QStringLiteral("No answer, trying again: up to 2:50 left"));
+    bench.clock.advance(1s);
+    EXPECT_EQ(waiting(), QStringLiteral("No answer, trying again: up to 2:49 left"));
+    EXPECT_FALSE(text().contains(QStringLiteral("No answer")));
+    bench.port.unplug();
+    bench.clock.advance(1s);
+    EXPECT_EQ(waiting(), QString());
+    EXPECT_TRUE(window->close());
     expectEnd();
 }
 
@@ -146,6 +167,30 @@ TEST_F(LoadWindowTest, LetsTheUserCopyFromTheLog) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), text());
     child<QPushButton>(*window, QStringLiteral("CloseIt"))->click();
     expectEnd();
+}
+
+TEST(RemainingTimeTest, IsCountedFromTheFirstBlockOnOnceATenthIsDone) {
+    struct Row {
+        int second, value;
+        const char* text;
+    };
+    RemainingTime remaining;
+    for (const Row& row : {
+             // clang-format off
+             Row{0,  0,   ""},
+             Row{9,  1,   ""},            // the amplifier has been made ready
+             Row{18, 10,  ""},
+             Row{19, 11,  " 1:29 left"},
+             Row{59, 51,  " 0:49 left"},
+             Row{99, 99,  " 0:01 left"},
+             Row{99, 100, ""},
+             Row{99, 0,   ""},            // another load
+             Row{100, 2,  ""},
+             Row{110, 22, " 0:39 left"},
+             // clang-format on
+         })
+        EXPECT_EQ(remaining.text(std::chrono::seconds(row.second), row.value, 100).toStdString(), row.text)
+            << row.second;
 }
 
 }  // namespace
