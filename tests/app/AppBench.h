@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -14,6 +15,11 @@
 #include "AmplifierBench.h"
 #include "App.h"
 #include "Child.h"
+
+// What a screen reader says that the control is.
+inline QString spokenName(const QWidget& control) {
+    return QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&control))->text(QAccessible::Name);
+}
 
 class AppBench {
 public:
@@ -65,6 +71,7 @@ public:
     void chooseTab(Tab tab) {
         control<QTabWidget>(QStringLiteral("TabPanel1"))->setCurrentIndex(static_cast<int>(tab));
     }
+    QString spoken(const QString& name) { return spokenName(*control<QWidget>(name)); }
     QString label(const QString& name) { return control<QLabel>(name)->text(); }
     QString logText() { return control<QTextEdit>(QStringLiteral("StatusField"))->toPlainText(); }
     QString preferencesPath() const {
@@ -74,6 +81,7 @@ public:
 
     App& app() { return *m_app; }
     Window1& window() { return m_app->mainWindow(); }
+    Platform& platform() { return m_bench.platform; }
     SimClock& clock() { return m_bench.clock; }
     Vlx720& amplifier() { return m_bench.amplifier; }
     SimulatedPort& port() { return m_bench.port; }

@@ -55,12 +55,49 @@ TEST(ClosingTest, MemoryWriteEndsBeforeTheProgramDoes) {
     bench.clock().advance(5s);
     bench.press(QStringLiteral("RestoreConfig"));
     ASSERT_TRUE(bench.clock().runUntil([&bench] { return bench.port().written().contains("^EW"); }));
-    bench.window().close();
+    const int waits = bench.clock().pendingWaits();
+    for (int ask = 0; ask < 5; ++ask)
+        bench.window().close();
     EXPECT_TRUE(bench.window().isVisible());
+    EXPECT_EQ(bench.clock().pendingWaits(), waits) << "asking again starts nothing";
     EXPECT_TRUE(bench.clock().runUntil([&bench] { return !bench.window().isVisible(); }));
     EXPECT_EQ(bench.port().written().count("^EW"), 7);
     EXPECT_TRUE(bench.port().written().endsWith("^rpm;"));
     EXPECT_EQ(bench.amplifier().eeprom().read(0, 0, 0xA0), before.first(0xA0));
+}
+
+struct SleepRecord final : SleepInhibitor {
+    void inhibit(bool isInhibited) override { told.push_back(isInhibited); }
+    std::vector<bool> told;
+};
+
+TEST(ClosingTest, SystemStaysAwakeForAMemoryWriteAndTheSignalWaitsForIt) {
+    SleepRecord sleep;
+    AppBench bench;
+    bench.platform().sleep = &sleep;
+    bench.start();
+    bench.chooseTab(Tab::Configuration);
+    const QString path = bench.dataFolder() + QStringLiteral("/saved.VLXConfig");
+    bench.dialogs().files = {path, path};
+    bench.press(QStringLiteral("SaveConfig"));
+    bench.clock().advance(5s);
+    EXPECT_TRUE(sleep.told.empty()) << "reading may be broken off";
+    bench.press(QStringLiteral("RestoreConfig"));
+    ASSERT_TRUE(bench.clock().runUntil([&sleep] { return !sleep.told.empty(); }));
+    EXPECT_FALSE(bench.app().requestQuit());
+    EXPECT_EQ(bench.quits, 0);
+    EXPECT_TRUE(bench.clock().runUntil([&bench] { return bench.quits == 1; }));
+    EXPECT_FALSE(bench.window().isVisible());
+    EXPECT_TRUE(bench.port().written().endsWith("^rpm;"));
+    EXPECT_EQ(sleep.told, (std::vector<bool>{true, false}));
+}
+
+TEST(ClosingTest, SignalEndsTheProgramAtOnceWhenNothingIsWritten) {
+    AppBench bench;
+    bench.launch();
+    bench.clock().advance(10ms);
+    EXPECT_TRUE(bench.app().requestQuit());
+    EXPECT_EQ(bench.quits, 1) << "while it still starts";
 }
 
 }  // namespace

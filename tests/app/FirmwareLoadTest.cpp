@@ -1,6 +1,6 @@
 // New firmware on its way from the folder to the amplifier, button by button.
-#include "../loader/HexText.h"
 #include "AppBench.h"
+#include "HexText.h"
 
 using namespace std::chrono_literals;
 

@@ -1,3 +1,6 @@
+#include <QKeyEvent>
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 #include "AppBench.h"
@@ -77,6 +80,160 @@ TEST(OperateTabTest, PowerButtonAtTheAmplifierIsNoticed) {
     bench.clock().advance(3s);
     EXPECT_EQ(bench.app().globals().m_FirmwareStatus, QStringLiteral("Bootloader"));
     EXPECT_FALSE(bench.control<QLabel>(QStringLiteral("PAVoltage"))->isEnabled());
+}
+
+TEST(OperateTabTest, FocusNeverMovesToAButtonByItself) {
+    AppBench bench;
+    bench.start();
+    auto* page = bench.control<QWidget>(QStringLiteral("OperateTab"));
+    const auto spaceSends = [&bench, page](const char* when) {
+        EXPECT_EQ(bench.window().focusWidget(), page) << when;
+        bench.port().clearWritten();
+        typeKey(*bench.window().focusWidget(), QStringLiteral(" "), Qt::Key_Space);
+        EXPECT_EQ(bench.port().written(), QByteArray()) << when;
+    };
+    bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->setFocus();
+    bench.chooseTab(Tab::Operate);
+    spaceSends("entering");
+    bench.clock().advance(300ms);
+    bench.control<QPushButton>(QStringLiteral("OnOff"))->setFocus();
+    bench.chooseTab(Tab::Port);
+    bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->setFocus();
+    bench.chooseTab(Tab::Operate);
+    spaceSends("entering again");
+    bench.clock().advance(300ms);
+    for (const char* control : {"OperStby", "ClearCurrentFault", "BandSelected3"}) {
+        bench.control<QPushButton>(QString::fromLatin1(control))->setFocus();
+        bench.amplifier().emitNoise("^BN;");  // the amplifier waits: the panel is disabled
+        bench.clock().advance(10ms);
+        spaceSends(control);
+        bench.chooseTab(Tab::Port);
+        bench.press(QStringLiteral("TestCommButtton"));
+        bench.clock().advance(5s);
+        bench.chooseTab(Tab::Operate);
+        bench.clock().advance(300ms);
+    }
+}
+
+TEST(OperateTabTest, HeldKeyAndDoubleClickPressOnce) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(300ms);
+    auto* fault = bench.control<QPushButton>(QStringLiteral("ClearCurrentFault"));
+    bench.port().clearWritten();
+    for (const int key : {int(Qt::Key_Space), int(Qt::Key_Return)}) {
+        for (int repeat = 0; repeat < 20; ++repeat) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(), repeat > 0);
+            QApplication::sendEvent(fault, &press);
+        }
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+        QApplication::sendEvent(fault, &release);
+    }
+    EXPECT_LE(bench.port().written().count("^FLC;"), 2);
+    auto* onOff = bench.control<QPushButton>(QStringLiteral("OnOff"));
+    QTest::mouseClick(onOff, Qt::LeftButton);
+    QTest::mouseDClick(onOff, Qt::LeftButton);
+    bench.clock().advance(3s);
+    EXPECT_EQ(bench.amplifier().state(), Vlx720::State::Waiting);
+    EXPECT_EQ(onOff->text(), QStringLiteral("ON"));
+}
+
+TEST(OperateTabTest, OldValuesLookOldUntilTheFirstAnswer) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(500ms);
+    auto* voltage = bench.control<QLabel>(QStringLiteral("PAVoltage"));
+    const auto status = [&bench] { return bench.label(QStringLiteral("DisplayStatus")); };
+    bench.amplifier().powerOff();
+    bench.clock().advance(3s);
+    EXPECT_TRUE(voltage->isEnabled()) << "two polls are not yet three";
+    EXPECT_EQ(status(), QStringLiteral("Ready"));
+    bench.clock().advance(1s);
+    EXPECT_FALSE(voltage->isEnabled());
+    EXPECT_FALSE(bench.control<QLabel>(QStringLiteral("Stby"))->autoFillBackground());
+    EXPECT_EQ(status(), QStringLiteral("No answer from the amplifier for 3 s"));
+    bench.clock().advance(60s);
+    EXPECT_EQ(status(), QStringLiteral("No answer from the amplifier for 63 s"));
+    bench.port().clearWritten();
+    bench.clock().advance(2s);
+    EXPECT_EQ(bench.port().written(), QByteArray("^BN;^FL;^OS;^WS;^TM;^VI;").repeated(2));
+    bench.amplifier().emitNoise("^TM025;");
+    bench.clock().advance(10ms);
+    EXPECT_TRUE(voltage->isEnabled());
+    EXPECT_EQ(status(), QStringLiteral("Ready"));
+}
+
+TEST(OperateTabTest, LostPortIsToldBelowTheTabs) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(500ms);
+    bench.port().unplug();
+    bench.clock().advance(1ms);
+    EXPECT_EQ(bench.label(QStringLiteral("DisplayStatus")), QStringLiteral("Port disconnected"));
+    EXPECT_FALSE(bench.control<QLabel>(QStringLiteral("PAVoltage"))->isEnabled());
+    bench.chooseTab(Tab::Port);
+    EXPECT_EQ(bench.label(QStringLiteral("DisplayStatus")), QStringLiteral("Port disconnected"));
+    bench.port().replug();
+    bench.press(QStringLiteral("RefreshPortsButton"));
+    EXPECT_EQ(bench.label(QStringLiteral("DisplayStatus")), QStringLiteral("Ready"));
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(500ms);
+    EXPECT_TRUE(bench.control<QLabel>(QStringLiteral("PAVoltage"))->isEnabled());
+}
+
+TEST(OperateTabTest, ScreenReaderHearsTheValues) {
+    AppBench bench;
+    bench.start();
+    bench.amplifier().liveValues().hold({532, 128, 150, 12, 31});
+    bench.amplifier().setBand(5);
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(500ms);
+    struct {
+        const char* control;
+        const char* name;
+    } const rows[] = {
+        {"PAVoltage", "PA Voltage 53.2 V"},
+        {"PACurrent", "PA Current 12.8 A"},
+        {"Band", "Band 14 MHz"},
+        {"Power", "Power 150 W"},
+        {"SWR", "SWR 1.2"},
+        {"Temperature", "Temperature 31 C"},
+        {"OnOff", "OFF"},
+        {"OperStby", "Operate"},
+        {"Stby", "Standby lit"},
+        {"Oper", "Operate not lit"},
+        {"CommandMacroButton2", "Macro 3"},
+        {"DisplayStatus", "Status Ready"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(bench.spoken(QString::fromLatin1(row.control)), QString::fromLatin1(row.name));
+    for (int band = 0; band < 11; ++band) {
+        auto* button = bench.control<QWidget>(QStringLiteral("BandSelected%1").arg(band));
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->state().checked, band == 5) << band;
+    }
+    bench.press(QStringLiteral("BandSelected5"));
+    EXPECT_TRUE(bench.control<QPushButton>(QStringLiteral("BandSelected5"))->isChecked());
+}
+
+TEST(OperateTabTest, FaultsAreAnnouncedOnceASecondAtMost) {
+    AppBench bench;
+    bench.start();
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(2s);
+    const auto told = [&bench] {
+        return bench.control<QWidget>(QStringLiteral("OperateTab"))->accessibleDescription();
+    };
+    for (const char* answer : {"^FL09;", "^FL02;", "^FL00;", "^FL12;"}) {
+        bench.amplifier().emitNoise(answer);
+        bench.clock().advance(10ms);
+    }
+    EXPECT_EQ(told(), QStringLiteral("Fault REFL HI"));
+    bench.app().monitor().stopPoll();
+    bench.clock().advance(999ms);
+    EXPECT_EQ(told(), QStringLiteral("Fault POUT HI"));
 }
 
 }  // namespace

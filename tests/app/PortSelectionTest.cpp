@@ -117,9 +117,72 @@ TEST(PortSelectionTest, RefreshLeavesTheOpenPortAlone) {
     bench.run(bench.selection.RefreshPortsButton_Action());
     EXPECT_EQ(bench.panel.rows, QStringList{"ttyS0"});
     EXPECT_EQ(bench.panel.index, -1);
+    // Another adapter in front of it moves its place, and the menu goes with it.
+    bench.ports.ports.insert(bench.ports.ports.begin(), {"ttyACM0", "/dev/ttyACM0"});
+    bench.ports.ports.push_back({"ttyUSB0", "/dev/ttyUSB0"});
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_EQ(bench.panel.serialPortMenuText(), QStringLiteral("ttyUSB0"));
+    EXPECT_EQ(bench.window.m_Port, 2);
+    bench.window.m_Port = 1;
     EXPECT_EQ(bench.window.m_Port, 1);
     EXPECT_EQ(bench.port.openCount(), 1);
     EXPECT_FALSE(bench.window.mStartup);
+}
+
+TEST(PortSelectionTest, AdapterOfTheLastRunIsFoundAtAnotherPlace) {
+    const PortInfo first{"ttyUSB0", "/dev/ttyUSB0", "0403:6001:A"};
+    const PortInfo second{"ttyUSB1", "/dev/ttyUSB1", "0403:6001:B"};
+    const PortInfo onBoard{"ttyS0", "/dev/ttyS0"};
+    struct {
+        const char* name;
+        PortInfo chosen;
+        std::vector<PortInfo> list;
+        const char* opened;
+    } const rows[] = {
+        {"as it was", second, {first, second}, "/dev/ttyUSB1"},
+        {"paths have changed places", {"", "/dev/ttyUSB1", "0403:6001:A"}, {first, second}, "/dev/ttyUSB0"},
+        {"its path stands later", onBoard, {first, second, onBoard}, "/dev/ttyS0"},
+        {"it is not there: the index counts",
+         {"", "/dev/ttyUSB9", "1a86:7523:"},
+         {first, second},
+         "/dev/ttyUSB1"},
+        {"another device at its path", {"", "/dev/ttyUSB0", "1a86:7523:"}, {first, second}, "/dev/ttyUSB1"},
+        {"no file of an earlier version tells it", {}, {first, second}, "/dev/ttyUSB1"},
+    };
+    for (const auto& row : rows) {
+        Selected bench;
+        bench.ports.ports = row.list;
+        bench.window.chosenPort = row.chosen;
+        bench.start(1);
+        EXPECT_EQ(bench.openPort(), QString::fromLatin1(row.opened)) << row.name;
+        EXPECT_EQ(bench.window.chosenPort.path, bench.openPort()) << row.name;
+    }
+}
+
+TEST(PortSelectionTest, RefusedChoiceAfterALossDoesNotMisleadTheRefresh) {
+    Selected bench;
+    bench.start(1);
+    bench.port.Lost = [&bench](const QString& reason) { bench.run(bench.selection.Serial1_Lost(reason)); };
+    bench.port.unplug();
+    bench.clock.advance(std::chrono::seconds(1));
+    bench.port.replug();
+    bench.port.refuseToOpen(QStringLiteral("busy"));
+    bench.run(bench.selection.SerialPortMenu_Change(0));
+    bench.port.refuseToOpen(QString());
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    EXPECT_EQ(bench.panel.serialPortMenuText(), QStringLiteral("ttyUSB0"));
+}
+
+TEST(PortSelectionTest, ByNameControlsAreShownOnRequest) {
+    Selected bench;
+    bench.start(0);
+    EXPECT_FALSE(bench.panel.isByNameShown);
+    bench.selection.ViewPortByName_Action(true);
+    bench.run(bench.selection.RefreshPortsButton_Action());
+    EXPECT_TRUE(bench.panel.isByNameShown);
+    bench.selection.ViewPortByName_Action(false);
+    EXPECT_FALSE(bench.panel.isByNameShown);
 }
 
 TEST(PortSelectionTest, RowsKeepTheirPortsThoughTheSystemsListHasChanged) {

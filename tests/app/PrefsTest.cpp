@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "DiskLimit.h"
+
 namespace {
 
 class PrefsTest : public testing::Test {
@@ -68,6 +70,7 @@ INSTANTIATE_TEST_SUITE_P(Files, PrefsReadTest, testing::Values(
     ReadCase{"CR",               "Port\r2\rTab\r4\r",           "Tab",          "4"},
     ReadCase{"no last line end", "Port\n7",                     "Port",         "7"},
     ReadCase{"UTF-8",            "FolderPath\n/h/\xc3\xa9\n",   "FolderPath",   "/h/\xc3\xa9"},
+    ReadCase{"Latin 1",          "FolderPath\n/h/\xe9\n",       "FolderPath",   "/h/\xc3\xa9"},
     ReadCase{"garbage",          QByteArray(5000, '\x01') + '\n', "Port",       "default"},
     ReadCase{"zero bytes",       QByteArray(300, '\0'),         "Port",         "default"},
     ReadCase{"huge",             QByteArray(10 << 20, '\n'),    "Port",         "default"}),
@@ -102,6 +105,33 @@ TEST_F(PrefsTest, LineEndsInAValueCannotBreakTheFile) {
     prefs.WritePrefsFile();
     EXPECT_EQ(opened().GetPrefString(QStringLiteral("Macro1Button"), {}), QStringLiteral("a b c d"));
     EXPECT_EQ(opened().GetPrefString(QStringLiteral("Macro2Button"), {}), QStringLiteral("e"));
+}
+
+TEST_F(PrefsTest, DamagedFileIsKeptAsideWithItsDate) {
+    const QByteArray damaged = QByteArray("Port\n2\n") + QByteArray(100, '\0') + "\nTab\n3\n";
+    give(damaged);
+    REALEasyPrefs prefs = opened();
+    EXPECT_EQ(prefs.GetPrefNumber(QStringLiteral("Port"), 0), 2);
+    prefs.WritePrefsFile();
+    const QStringList kept = QDir(m_folder).entryList({QStringLiteral("VLXUtilPrefs.damaged-2*")});
+    ASSERT_EQ(kept.size(), 1);
+    QFile file(m_folder + u'/' + kept.front());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), damaged);
+}
+
+TEST_F(PrefsTest, FullDiskAtAnyByteLeavesTheOldFile) {
+    const QByteArray old = "Port\n2\nTab\n3\n";
+    give(old);
+    REALEasyPrefs prefs = opened();
+    prefs.SetPrefString(QStringLiteral("Macro1Button"), QString(9000, u'm'));
+    for (const qint64 limit : {0, 1, 15, 16, 17, 4096, 9000}) {
+        const DiskLimit full(static_cast<rlim_t>(limit));
+        prefs.WritePrefsFile();
+        EXPECT_EQ(written(), old) << limit;
+    }
+    prefs.WritePrefsFile();
+    EXPECT_EQ(written(), old + "Macro1Button\n" + QByteArray(9000, 'm') + '\n');
 }
 
 TEST_F(PrefsTest, FolderInPlaceOfTheFileStopsNothing) {

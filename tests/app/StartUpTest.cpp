@@ -54,6 +54,11 @@ TEST(StartUpTest, SilentAmplifierStopsNothing) {
     bench.amplifier().powerOff();
     bench.start();
     EXPECT_TRUE(bench.logText().contains(QStringLiteral("VLX is not responding.")));
+    EXPECT_EQ(bench.logText().count(QStringLiteral("Is the amplifier on")), 1);
+    bench.chooseTab(Tab::Firmware);
+    bench.press(QStringLiteral("GetRevButton"));
+    bench.clock().advance(10s);
+    EXPECT_EQ(bench.logText().count(QStringLiteral("Is the amplifier on")), 1) << "at the start only";
     bench.port().clearWritten();
     bench.chooseTab(Tab::Operate);
     bench.clock().advance(10s);
@@ -81,6 +86,7 @@ TEST(StartUpTest, EveryKeyIsSavedInItsOrderAndReadBack) {
     for (const char* kind : {"Button", "Command"})
         for (int macro = 1; macro <= 15; ++macro)
             expected += QStringLiteral("Macro%1%2").arg(macro).arg(QString::fromLatin1(kind));
+    expected += {"PortPath", "PortIdentity", "PortByName"};
     EXPECT_EQ(keys, expected);
 
     bench.start();
@@ -88,6 +94,29 @@ TEST(StartUpTest, EveryKeyIsSavedInItsOrderAndReadBack) {
     EXPECT_EQ(bench.window().pos(), QPoint(120, 130));
     EXPECT_EQ(bench.app().globals().m_TabPanel, static_cast<int>(Tab::Operate));
     EXPECT_TRUE(bench.app().monitor().isPolling());
+}
+
+TEST(StartUpTest, WindowShowsItselfWhenTheSavedTabHasBeenEntered) {
+    AppBench bench;
+    bench.givePreferences("Tab\n2\n");
+    bench.launch();
+    ASSERT_TRUE(bench.clock().runUntil([&bench] { return bench.window().isVisible(); }));
+    EXPECT_TRUE(bench.port().written().endsWith("^BN;^FL;^OS;^WS;^TM;^VI;"));
+    EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("OnOff"))->text(), QStringLiteral("OFF"));
+    EXPECT_TRUE(bench.app().monitor().isPolling());
+}
+
+TEST(StartUpTest, MaximisedWindowComesBackInItsOtherSize) {
+    AppBench bench;
+    bench.start();
+    bench.window().move(70, 80);
+    bench.window().resize(640, 560);
+    bench.window().showMaximized();
+    QCoreApplication::processEvents();
+    bench.quit();
+    bench.start();
+    EXPECT_EQ(bench.window().size(), QSize(640, 560));
+    EXPECT_EQ(bench.window().pos(), QPoint(70, 80));
 }
 
 struct PreferencesCase {
@@ -114,6 +143,12 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(PreferencesCase{"tab77", "Tab\n77\n"}, PreferencesCase{"portMinus5", "Port\n-5\n"},
                     PreferencesCase{"tinyAndFarAway",
                                     "winLEFT\n-30000\nwinTOP\n-30000\nwinWIDTH\n1\nwinHEIGHT\n1\n"},
+                    PreferencesCase{"leastNumbers",
+                                    "winLEFT\n-2147483648\nwinTOP\n-2147483648\nwinWIDTH\n-2147483648\n"
+                                    "winHEIGHT\n-2147483648\n"},
+                    PreferencesCase{"greatestNumbers",
+                                    "winLEFT\n2147483647\nwinTOP\n2147483647\nwinWIDTH\n2147483647\n"
+                                    "winHEIGHT\n2147483647\n"},
                     PreferencesCase{"hugeWindow", "winWIDTH\n2147483647\nwinHEIGHT\n99999\n"},
                     PreferencesCase{"garbage", QByteArray(100000, '\xff')},
                     PreferencesCase{"relativeFolder", "FolderPath\nnot a path\nTab"}),

@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -159,6 +161,100 @@ TEST(TesterTest, ShortcutsInTheFieldSendNothing) {
     typeKey(*bench.field(), QStringLiteral(";"), Qt::Key_Semicolon, Qt::ControlModifier);
     EXPECT_EQ(bench.port().written(), QByteArray());
     EXPECT_EQ(bench.field()->text(), QStringLiteral("abc"));
+}
+
+TEST(TesterTest, KeysOfOtherKeyboardsSendAndHeldOnesSendOnce) {
+    TesterBench bench;
+    typeKey(*bench.field(), QStringLiteral(";"), Qt::Key_Semicolon, Qt::GroupSwitchModifier);
+    typeKey(*bench.field(), QStringLiteral(";"), Qt::Key_Comma, Qt::AltModifier);
+    typeKey(*bench.field(), QStringLiteral(";"), Qt::Key_Comma, Qt::ControlModifier | Qt::AltModifier);
+    typeKey(*bench.field(), QStringLiteral(";"), Qt::Key_Comma, Qt::ShiftModifier);
+    EXPECT_EQ(bench.port().written(), ";;;;");
+    for (int repeat = 0; repeat < 10; ++repeat) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Semicolon, Qt::NoModifier, QStringLiteral(";"), true);
+        QApplication::sendEvent(bench.field(), &held);
+    }
+    EXPECT_EQ(bench.port().written(), ";;;;");
+    EXPECT_EQ(bench.field()->text(), QString());
+}
+
+TEST(TesterTest, CharacterThatTheLineCannotCarryIsRefused) {
+    TesterBench bench;
+    bench.field()->setText(QStringLiteral("^BN\u20ac"));
+    typeKey(*bench.field(), QStringLiteral(";"));
+    EXPECT_EQ(bench.port().written(), QByteArray());
+    EXPECT_EQ(bench.field()->text(), QStringLiteral("^BN\u20ac"));
+    EXPECT_TRUE(bench.label(QStringLiteral("DisplayStatus")).contains(QStringLiteral("\u20ac")));
+    bench.field()->setText(QStringLiteral("\u00ff"));
+    typeKey(*bench.field(), QStringLiteral(";"));
+    EXPECT_EQ(bench.port().written(), "\xff;");
+    EXPECT_EQ(bench.label(QStringLiteral("DisplayStatus")), QStringLiteral("Ready"));
+}
+
+TEST(TesterTest, SelectionThatIsHeldSurvivesArrivals) {
+    TesterBench bench;
+    bench.terminal()->setPlainText(QStringLiteral("first second"));
+    const auto arrive = [&bench](const char* bytes) {
+        bench.amplifier().emitNoise(bytes);
+        bench.clock().advance(100ms);
+        return bench.terminal()->textCursor().selectedText();
+    };
+    QTextCursor all(bench.terminal()->document());
+    all.select(QTextCursor::Document);
+    typeKey(*bench.terminal(), {}, Qt::Key_Home, Qt::ShiftModifier);
+    bench.terminal()->setTextCursor(all);
+    QKeyEvent shift(QEvent::KeyPress, Qt::Key_Shift, Qt::ShiftModifier);
+    QApplication::sendEvent(bench.terminal(), &shift);
+    EXPECT_EQ(arrive("!"), QStringLiteral("first second"));
+    typeKey(*bench.terminal(), {}, Qt::Key_Shift, Qt::ShiftModifier);
+    EXPECT_EQ(arrive("?"), QString());
+    EXPECT_EQ(bench.terminal()->toPlainText(), QStringLiteral("first second!?"));
+
+    QTest::mousePress(bench.terminal()->viewport(), Qt::LeftButton);
+    bench.terminal()->setTextCursor(all);
+    bench.terminal()->setPlainText(QString(60000, u'a'));
+    bench.terminal()->selectAll();
+    arrive("x");
+    EXPECT_LE(bench.terminal()->document()->characterCount(), 48000) << "a held selection still clips";
+    QTest::mouseRelease(bench.terminal()->viewport(), Qt::LeftButton);
+}
+
+TEST(TesterTest, LongCaptionIsElidedAndToldWhole) {
+    AppBench bench;
+    const QByteArray longCaption = QByteArray("Antenna ").repeated(20).trimmed();
+    bench.givePreferences("Macro1Button\n" + longCaption + "\nMacro1Command\n^BN05;<b>\n");
+    bench.start();
+    bench.chooseTab(Tab::CommandTester);
+    auto* button = bench.control<QPushButton>(QStringLiteral("CommandMacroButton0"));
+    EXPECT_TRUE(button->text().endsWith(QChar(0x2026)));
+    EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text()), button->width());
+    EXPECT_TRUE(button->toolTip().contains(QString::fromLatin1(longCaption)));
+    EXPECT_TRUE(button->toolTip().contains(QStringLiteral("^BN05;&lt;b&gt;")));
+    EXPECT_EQ(spokenName(*button), QString::fromLatin1(longCaption));
+}
+
+TEST(TesterTest, EscapeInTheEditorAsksBeforeChangesAreGivenUp) {
+    TesterBench bench;
+    bench.press(QStringLiteral("EditMacrosButton"));
+    QPointer<QDialog> editor = child<QDialog>(bench.window(), QStringLiteral("CommandMacroWin"));
+    auto* command = child<QLineEdit>(*editor, QStringLiteral("MacroCommand0"));
+    typeKey(*command, QStringLiteral("^"));
+    typeKey(*command, QStringLiteral("\r"), Qt::Key_Return);
+    EXPECT_TRUE(editor->isVisible()) << "Return closes nothing";
+    bench.dialogs().cautionAnswers = {true, false};
+    for (const bool stays : {true, false}) {
+        typeKey(*command, {}, Qt::Key_Escape);
+        bench.clock().advance(10ms);
+        EXPECT_EQ(editor && editor->isVisible(), stays);
+    }
+    EXPECT_EQ(bench.dialogs().shown.size(), 2);
+
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    bench.press(QStringLiteral("EditMacrosButton"));
+    editor = child<QDialog>(bench.window(), QStringLiteral("CommandMacroWin"));
+    typeKey(*editor, {}, Qt::Key_Escape);
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_EQ(bench.dialogs().shown.size(), 2) << "nothing was changed";
 }
 
 TEST(TesterTest, BacklogIsShownInPiecesAndStaysSmall) {

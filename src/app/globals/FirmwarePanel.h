@@ -1,4 +1,4 @@
-// The labels and buttons of the firmware tab that sensing, the firmware folder and the load session drive.
+// The firmware tab as the program's flows drive it: sensing, the firmware folder, the load session.
 #pragma once
 
 #include <QString>
@@ -16,4 +16,9 @@ public:
     virtual void setMCUavailableText(const QString& text) = 0;
     virtual void setFolderPath(const QString& path) = 0;
     virtual void setSendVLXButtonEnabled(bool enabled) = 0;
+    virtual void setGetRevButtonEnabled(bool enabled) = 0;
+    virtual void setGetRevButton1Enabled(bool enabled) = 0;
+    // Whether files are being copied, so that this can be given up.
+    virtual void setCanGiveUp(bool canGiveUp) = 0;
+    virtual void moveStatusFieldToEnd() = 0;
 };

@@ -19,6 +19,11 @@ void Globals::SetStatus1_Run() {
         ActivityLog(m_StatusMsg + u'\n');
 }
 
+void Globals::showStatus(const QString& text) {
+    if (DisplayStatus)
+        DisplayStatus(text.isEmpty() ? QStringLiteral("Ready") : text);
+}
+
 void Globals::UpdateTimeStamp() {
     mTIMESTAMP = m_clock.wallClock().toString(QStringLiteral("HH:mm:ss "));
 }

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include "Clock.h"
+#include "UnbrokenWork.h"
 
 // What is running in the amplifier, as Globals.m_FirmwareStatus tells it. Sensing writes "BootLoader" and
 // the operating flows "Bootloader"; equality ignores letter case, so both are one state.
@@ -37,30 +38,46 @@ public:
     void SetStatusText(const QString& text, bool isTrace);
     void UpdateTimeStamp();
 
+    // What the line below the tabs says; "Ready" for an empty text.
+    void showStatus(const QString& text);
+
     bool isMain() const;
     bool isBootloader() const;
     bool isUnknown() const { return !isMain() && !isBootloader(); }
 
+    // The main window.
     std::int32_t m_TabPanel = 0;
+    bool m_Verbose = false;  // trace
+
+    // What sensing and the poll know of the amplifier.
     QString m_FirmwareStatus = FirmwareStatus::Unknown;
+    double m_dwBaudRate = 0;               // bit/s, 0 when not known
+    double m_dwMcuVersion = 0;             // 100 times the major part plus the minor part
+    QString m_strMcuVersion;               // "01.23"; "---" when unknown, "N/A" when the answer was unusable
+    QString m_VLXdata;                     // status answers received and not yet parsed
+    std::int32_t m_BandNumber = 0;         // 0 to 10
+    QStringList FaultCodes = {QString()};  // two rows a code once CreateFaultCodesArray has run
+
+    // The port by its name.
     bool m_PortCheck = false;
     QString m_PortField;
-    double m_dwBaudRate = 0;    // bit/s, 0 when not known
-    double m_dwMcuVersion = 0;  // 100 times the major part plus the minor part
-    QString m_strMcuVersion;    // "01.23"; "---" when unknown, "N/A" when the answer was unusable
+
     // Absolute folders; m_FolderPath ends in the path separator.
     QString m_FolderPath;
     QString m_ConfigFolderPath;
     QString m_FaultFolderPath;
-    bool m_Verbose = false;    // trace
-    bool m_ifVerbose = false;  // the message now in m_StatusMsg is a trace message
+
+    // The message on its way to the log.
+    bool m_ifVerbose = false;  // it is a trace message
     QString m_StatusMsg;
     QString mTIMESTAMP;  // "14:05:07 "
-    bool m_loadingfirmware = false;
+
+    // Firmware loads.
+    bool m_loadingfirmware = false;  // the window of a load is open
     bool m_cancelling = false;
-    QString m_VLXdata;                     // status answers received and not yet parsed
-    std::int32_t m_BandNumber = 0;         // 0 to 10
-    QStringList FaultCodes = {QString()};  // two rows a code once CreateFaultCodesArray has run
+    UnbrokenWork mustEnd;
+
+    // Firmware retrieval.
     QString m_Data;
     bool mRETR = false;
     QString FTPFile;
@@ -68,12 +85,16 @@ public:
     bool FTPError = false;
     QString m_MessageWindowResponse;
     bool m_showReleaseNotes = false;
+
+    // Configuration files.
     std::uint32_t m_dwCrc32 = 0;
     std::int32_t m_SerialNumber = 0;
-    bool m_AdvancedMode = false;
+    bool m_AdvancedMode = false;  // nothing sets it: kept for its name
 
     LogSink StatusField;
     LogSink ActivityLog;
+    // Takes the text of the line below the tabs.
+    LogSink DisplayStatus;
 
 private:
     void SetStatus1_Run();

@@ -1,16 +1,31 @@
 #include "REALEasyPrefs.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QStringDecoder>
 
+#include "FileWriter.h"
 #include "Text.h"
 
 namespace {
 
 QString booleanText(bool value) {
     return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+// A file of an older system, or one that was damaged, may not be UTF-8.
+bool isUtf8(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(bytes);
+    Q_UNUSED(text)
+    return !decoder.hasError();
+}
+
+// No program that writes lines of text leaves them: the disk or another program did.
+bool isDamaged(const QByteArray& bytes) {
+    return bytes.contains('\0');
 }
 
 }  // namespace
@@ -29,7 +44,15 @@ void REALEasyPrefs::InitPrefFile(const QString& fileName) {
     QByteArray bytes = file.read(FileLimit);
     if (!file.atEnd())
         bytes.truncate(bytes.lastIndexOf('\n') + 1);
-    readEntries(QString::fromUtf8(bytes));
+    if (isDamaged(bytes))
+        keepAside();
+    readEntries(isUtf8(bytes) ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes));
+}
+
+// What can be read of it is used; on quitting another file takes its place.
+void REALEasyPrefs::keepAside() const {
+    const QString date = QFileInfo(prefFile).lastModified().toString(QStringLiteral("yyyyMMddTHHmmss"));
+    QFile::copy(prefFile, prefFile + QStringLiteral(".damaged-") + date);
 }
 
 void REALEasyPrefs::readEntries(const QString& text) {
@@ -44,6 +67,13 @@ void REALEasyPrefs::readEntries(const QString& text) {
         prefNames += entries[i];
         prefItems += entries.value(i + 1);
     }
+}
+
+QStringList REALEasyPrefs::lines() const {
+    QStringList lines;
+    for (qsizetype i = 1; i < prefNames.size(); ++i)
+        lines += prefNames[i] + QStringLiteral(" = ") + prefItems[i];
+    return lines;
 }
 
 qsizetype REALEasyPrefs::indexOf(const QString& name) const {
@@ -85,10 +115,9 @@ void REALEasyPrefs::SetPrefBoolean(const QString& name, bool value) {
 }
 
 void REALEasyPrefs::WritePrefsFile() const {
-    QSaveFile file(prefFile);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
+    QString lines;
     for (qsizetype i = 1; i < prefNames.size(); ++i)
-        file.write((prefNames[i] + u'\n' + prefItems[i] + u'\n').toUtf8());
-    file.commit();
+        lines += prefNames[i] + u'\n' + prefItems[i] + u'\n';
+    QString untold;
+    writeFile(prefFile, lines.toUtf8(), untold);
 }

@@ -8,7 +8,8 @@
 
 // Read once at start-up, changed in memory, written once on quitting: InitPrefFile, then getters and
 // setters, then WritePrefsFile. No failure is reported: a file that cannot be read counts as empty, one
-// that cannot be written stays as it was.
+// that cannot be written stays as it was. A file that is not UTF-8 is read as Latin 1; of a damaged one a
+// copy is kept beside it, called by its date.
 class REALEasyPrefs {
 public:
     // What is read of a file at most, in bytes. The program's own file has about a thousand.
@@ -30,10 +31,14 @@ public:
     void SetPrefNumber(const QString& name, std::int32_t value);
     void SetPrefBoolean(const QString& name, bool value);
 
+    // All entries as "name = value".
+    QStringList lines() const;
+
     // Writes all entries, old ones first, in the order of their first appearance; the whole file or nothing.
     void WritePrefsFile() const;
 
 private:
+    void keepAside() const;
     void readEntries(const QString& text);
     qsizetype indexOf(const QString& name) const;
 

@@ -1,8 +1,6 @@
 // The amplifier's commands, as they go out on the line. Case matters.
 #pragma once
 
-#include <array>
-
 #include <QByteArray>
 
 namespace Command {
@@ -22,11 +20,6 @@ inline const QByteArray PowerOff = QByteArrayLiteral("^on0;");
 inline const QByteArray PowerOn = QByteArrayLiteral("P;");
 inline const QByteArray EnterHiddenMode = QByteArrayLiteral("M7H;");
 inline const QByteArray LeaveHiddenMode = QByteArrayLiteral("M70;");
-
-// The six live values, in the order of the poll.
-inline const std::array<QByteArray, 6> Poll{
-    QByteArrayLiteral("^BN;"), QByteArrayLiteral("^FL;"), QByteArrayLiteral("^OS;"),
-    QByteArrayLiteral("^WS;"), QByteArrayLiteral("^TM;"), QByteArrayLiteral("^VI;"),
-};
+inline const QByteArray AutomaticInfoOff = QByteArrayLiteral("AI0;");
 
 }  // namespace Command

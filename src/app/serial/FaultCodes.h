@@ -3,6 +3,6 @@
 
 #include <QStringList>
 
-// Two rows a code, 0 to 15: the short name shown on the panel, then the long text. Codes that the
+// Two rows a code: the short name shown on the panel, then the long text. Codes that the
 // amplifier does not use have empty rows.
 QStringList CreateFaultCodesArray();

@@ -5,6 +5,7 @@
 
 class OperatePanel {
 public:
+    // By their place on the panel.
     enum class ReadOut { PAVoltage, PACurrent, Temperature, Band, Power, SWR };
     enum class Mode { Standby, Operate, Other };
 
@@ -30,4 +31,6 @@ public:
     // The read-outs with their labels, the two groups, Oper, Stby and OperStby.
     virtual void enableReadOuts(bool enabled) = 0;
     virtual void enableOnOff(bool enabled) = 0;
+    // Read-outs, lamps and the mark of the band look old, or live again.
+    virtual void setDim(bool isDim) = 0;
 };

@@ -14,7 +14,41 @@ void PortSelection::fillMenu() {
     }
     m_panel.setSerialPortMenuRows(names);
     // Without any port in the list a device path can still be typed.
-    m_panel.showByNamePort(count == 0 || m_globals.m_PortCheck);
+    m_isListEmpty = count == 0;
+    showByNamePort();
+}
+
+void PortSelection::showByNamePort() {
+    m_panel.showByNamePort(m_isListEmpty || m_globals.m_PortCheck || m_window.isPortByNameWanted);
+}
+
+void PortSelection::ViewPortByName_Action(bool isWanted) {
+    m_window.isPortByNameWanted = isWanted;
+    showByNamePort();
+}
+
+// Where the port of that path stands in the list; -1 when it is not there.
+std::int32_t PortSelection::rowOf(const QString& path) const {
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(),
+                                  [&path](const PortInfo& port) { return port.path == path; });
+    return row == m_rows.end() ? -1 : static_cast<std::int32_t>(row - m_rows.begin());
+}
+
+// The adapter of the last run may stand at another place of the list, and another one at its place.
+void PortSelection::findChosenPort() {
+    const PortInfo& wanted = m_window.chosenPort;
+    const auto likeness = [&wanted](const PortInfo& port) {
+        const bool isSameDevice = port.identity == wanted.identity;
+        const bool isSamePath = port.path == wanted.path;
+        if (wanted.identity.isEmpty())
+            return isSamePath ? 1 : 0;
+        return isSameDevice ? 2 + (isSamePath ? 1 : 0) : 0;
+    };
+    const auto best = std::max_element(
+        m_rows.begin(), m_rows.end(),
+        [&likeness](const PortInfo& a, const PortInfo& b) { return likeness(a) < likeness(b); });
+    if (best != m_rows.end() && likeness(*best) > 0)
+        m_window.m_Port = static_cast<std::int32_t>(best - m_rows.begin());
 }
 
 void PortSelection::SerialPortMenu_Open() {
@@ -26,6 +60,7 @@ Task<> PortSelection::openAtStart() {
     Serial1.setRequestToSend(false);
     if (m_window.m_Port < 0)
         m_window.m_Port = 0;
+    findChosenPort();
     if (m_window.m_Port >= count) {
         m_dialogs.Beep();
         co_await m_dialogs.MsgBox(
@@ -35,6 +70,7 @@ Task<> PortSelection::openAtStart() {
     const PortInfo port = m_ports.SerialPort(m_window.m_Port);
     if (Text::equal(port.Name, u"modem"))
         co_return;
+    m_window.chosenPort = port;
     Serial1.setSerialPort(port);
     if (!Serial1.Open()) {
         m_dialogs.Beep();
@@ -47,7 +83,8 @@ Task<> PortSelection::SerialPortMenu_Change(int index) {
     if (m_window.mStartup || index < 0)
         co_return;
     m_window.m_Port = index;
-    co_await reopen(m_rows.at(static_cast<std::size_t>(index)));
+    m_window.chosenPort = m_rows.at(static_cast<std::size_t>(index));
+    co_await reopen(m_window.chosenPort);
 }
 
 Task<> PortSelection::serialPortMenuChosenAgain(int index) {
@@ -59,29 +96,38 @@ Task<> PortSelection::RefreshPortsButton_Action() {
     {
         const StartupSpan rebuilding(m_window);
         fillMenu();
-        m_panel.setSerialPortMenuIndex(m_window.m_Port);
+        showPortInUse();
     }
     if (m_isLost)
         co_await reopenLostPort();
 }
 
-// The very port that had gone: what now stands at its index may be another device.
+// The row of the port in use, wherever it stands now; none when it is not in the list.
+void PortSelection::showPortInUse() {
+    const bool isFromList = !m_globals.m_PortCheck && !Serial1.serialPort().path.isEmpty();
+    const std::int32_t row = isFromList ? rowOf(Serial1.serialPort().path) : m_window.m_Port;
+    if (row >= 0)
+        m_window.m_Port = row;
+    m_panel.setSerialPortMenuIndex(row);
+}
+
+// By its path: what now stands at its index may be another device.
 Task<> PortSelection::reopenLostPort() {
     if (m_globals.m_PortCheck) {
         co_await openByName();
         co_return;
     }
-    const QString lostPath = Serial1.serialPort().path;
-    const auto row = std::find_if(m_rows.begin(), m_rows.end(),
-                                  [&lostPath](const PortInfo& port) { return port.path == lostPath; });
-    if (row == m_rows.end())
+    const std::int32_t row = rowOf(m_lostPort.path);
+    if (row < 0)
         co_return;
-    m_window.m_Port = static_cast<std::int32_t>(row - m_rows.begin());
+    const PortInfo port = m_rows.at(static_cast<std::size_t>(row));
+    m_window.m_Port = row;
+    m_window.chosenPort = port;
     {
         const StartupSpan rebuilding(m_window);
-        m_panel.setSerialPortMenuIndex(m_window.m_Port);
+        m_panel.setSerialPortMenuIndex(row);
     }
-    co_await reopen(*row);
+    co_await reopen(port);
 }
 
 Task<> PortSelection::PortCheck_Action(bool checked) {
@@ -119,6 +165,8 @@ Task<> PortSelection::PortField_LostFocus() {
 
 Task<> PortSelection::Serial1_Lost(QString reason) {
     m_isLost = true;
+    m_lostPort = Serial1.serialPort();
+    m_globals.showStatus(QStringLiteral("Port disconnected"));
     const QString name = Serial1.serialPort().Name;
     m_globals.SetStatusText(QStringLiteral("Serial port %1 was disconnected: %2").arg(name, reason), false);
     co_await m_dialogs.MsgBox(
@@ -136,9 +184,11 @@ Task<> PortSelection::openByName() {
 Task<> PortSelection::reopen(PortInfo port) {
     Serial1.Close();
     Serial1.setSerialPort(port);
-    m_isLost = !Serial1.Open() && m_isLost;
-    if (Serial1.isOpen())
+    if (Serial1.Open()) {
+        m_isLost = false;
+        m_globals.showStatus(QString());
         co_return;
+    }
     co_await m_dialogs.MsgBox(QStringLiteral("Unable to open serial port ") + port.Name);
     logOpenFailure();
 }

@@ -29,6 +29,8 @@ public:
     void SerialPortMenu_Close(int index) { m_window.m_Port = index; }
     // Fills the list anew. A port that is open stays so; one that had gone is opened again if it is back.
     Task<> RefreshPortsButton_Action();
+    // Shows the controls of the port by its name although the system lists ports.
+    void ViewPortByName_Action(bool isWanted);
     Task<> PortCheck_Action(bool checked);
     void PortField_TextChange(QString text);
     Task<> PortField_LostFocus();
@@ -42,6 +44,10 @@ private:
     void logOpenFailure();
     void closeOnPurpose();
     void fillMenu();
+    void showByNamePort();
+    std::int32_t rowOf(const QString& path) const;
+    void findChosenPort();
+    void showPortInUse();
     Task<> reopenLostPort();
 
     PortList& m_ports;
@@ -51,5 +57,7 @@ private:
     WindowState& m_window;
     PortPanel& m_panel;
     std::vector<PortInfo> m_rows;  // the ports of the list, as it was filled
+    bool m_isListEmpty = false;
     bool m_isLost = false;
+    PortInfo m_lostPort;
 };

@@ -1,7 +1,5 @@
 #include "RadioState.h"
 
-#include <array>
-
 #include "CommandSet.h"
 #include "Text.h"
 
@@ -9,7 +7,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto PollStep = 5ms;
 // "More than 60 ticks have passed" and the like: the limit is the last tick that is still waited for.
 constexpr Ticks ProbeLimit{20};
 constexpr Ticks IdentifyLimit{60};
@@ -19,28 +16,7 @@ const QString BootloaderIdentity = QStringLiteral("VLX720");
 const QString NoVersion = QStringLiteral("99.99");
 constexpr double NoVersionNumber = 9999;
 
-struct Probe {
-    double bps;
-    std::int32_t code;
-};
-
-constexpr std::array<Probe, 4> ProbeOrder{{
-    {38400, Baud::Code38400},
-    {19200, Baud::Code19200},
-    {9600, Baud::Code9600},
-    {4800, Baud::Code4800},
-}};
-
 }  // namespace
-
-template <typename Predicate>
-Task<> RadioState::collect(QByteArray& answer, Ticks limit, Predicate isComplete) {
-    const Ticks start = m_clock.ticks();
-    do {
-        co_await m_clock.sleep(PollStep);
-        answer += Serial1.ReadAll();
-    } while (!isComplete(answer) && m_clock.ticks() - start <= limit);
-}
 
 Task<bool> RadioState::Refresh(std::int32_t retries) {
     const auto guard = m_line.take();
@@ -48,10 +24,13 @@ Task<bool> RadioState::Refresh(std::int32_t retries) {
         bool ok = co_await SenseStatus(1);
         if (ok)
             ok = co_await ReadFirmWareVersions(0);
+        // Of a port that has gone nothing is known any more, whatever was found before.
+        if (!Serial1.isOpen())
+            co_return setStatus(FirmwareStatus::Unknown);
         if (ok || retries <= 0)
             co_return ok;
         --retries;
-        co_await m_clock.sleep(50ms);
+        co_await m_reader.pause(50ms);
     }
 }
 
@@ -68,8 +47,12 @@ Task<bool> RadioState::SenseStatus(std::int32_t retries) {
     Serial1.Write(Command::Identify);
     co_await Serial1.XmitWait();
     QByteArray answer;
-    co_await collect(answer, IdentifyLimit,
-                     [](const QByteArray& bytes) { return bytes.size() >= IdentifyLength; });
+    co_await m_reader.until(
+        [&] {
+            answer += Serial1.ReadAll();
+            return answer.size() >= IdentifyLength;
+        },
+        IdentifyLimit);
     const bool isBootloader = Text::StrComp(Text::Left(Text::fromLine(answer), 6), BootloaderIdentity) == 0;
     co_return setStatus(isBootloader ? FirmwareStatus::SensedBootLoader : FirmwareStatus::Main);
 }
@@ -86,14 +69,16 @@ bool RadioState::setStatus(const QString& status) {
 
 Task<double> RadioState::SenseBaudRate(std::int32_t retries) {
     m_globals.m_dwBaudRate = 0;
+    // A late answer to the poll would be taken for the echo of the first speed.
+    Serial1.Flush();
     bool found = false;
     do {
-        for (const Probe& probe : ProbeOrder) {
-            const bool answered = co_await TestBaudRate(probe.bps, probe.code, found);
+        for (const Baud::Speed& speed : Baud::Speeds) {
+            const bool answered = co_await TestBaudRate(speed.bitsPerSecond, speed.code, found);
             if (answered)
                 co_return m_globals.m_dwBaudRate;
         }
-        co_await m_clock.sleep(30ms);
+        co_await m_reader.pause(30ms);
     } while (--retries > 0);
     co_return m_globals.m_dwBaudRate;
 }
@@ -105,10 +90,15 @@ Task<bool> RadioState::TestBaudRate(double bps, std::int32_t baudCode, bool& fou
     co_await Serial1.XmitWait();
     Serial1.Write(Command::FiveEmpty);
     co_await Serial1.XmitWait();
-    co_await m_clock.sleep(100ms);
+    co_await m_reader.pause(100ms);
 
     QByteArray answer;
-    co_await collect(answer, ProbeLimit, [](const QByteArray& bytes) { return !bytes.isEmpty(); });
+    co_await m_reader.until(
+        [&] {
+            answer = Serial1.ReadAll();
+            return !answer.isEmpty();
+        },
+        ProbeLimit);
     Serial1.Flush();
     // Noise at a wrong speed is taken to hold no semicolon.
     if (!answer.contains(';'))
@@ -149,7 +139,12 @@ Task<bool> RadioState::SendReadCommand(std::int32_t /*ignored*/, QString command
     const Clock::Microseconds start = m_clock.now();
     strResult.clear();
     QByteArray answer;
-    co_await collect(answer, AnswerLimit, [](const QByteArray& bytes) { return bytes.endsWith(';'); });
+    co_await m_reader.until(
+        [&] {
+            answer += Serial1.ReadAll();
+            return answer.endsWith(';');
+        },
+        AnswerLimit);
     strResult = Text::fromLine(answer);
     const double milliseconds = static_cast<double>((m_clock.now() - start).count()) / 1000;
     m_globals.SetStatusText(

@@ -8,15 +8,21 @@
 
 #include "Globals.h"
 #include "LineOwner.h"
+#include "LineReader.h"
 #include "Platform.h"
 #include "Task.h"
 
-// The result stands in Globals: m_FirmwareStatus, m_dwBaudRate, m_strMcuVersion, m_dwMcuVersion. Every
-// operation takes the line while it runs; cancelled, it leaves the port at the speed tried last.
+// The result stands in Globals: m_FirmwareStatus, m_dwBaudRate, m_strMcuVersion, m_dwMcuVersion. Refresh,
+// SenseStatus and SendReadCommand take the line while they run; cancelled, they leave the port at the speed
+// tried last. On a port that is closed, or closes meanwhile, the status is unknown at once.
 class RadioState {
 public:
     RadioState(Platform& platform, Globals& globals, LineOwner& line)
-        : m_clock(platform.clock), Serial1(platform.Serial1), m_globals(globals), m_line(line) {}
+        : m_clock(platform.clock),
+          Serial1(platform.Serial1),
+          m_reader(platform.clock, platform.Serial1),
+          m_globals(globals),
+          m_line(line) {}
 
     // Senses, `retries` times again after a failure; true when the main firmware answered the version
     // request. A silent amplifier takes about 1.85 s a try.
@@ -33,12 +39,9 @@ public:
     Task<bool> SendReadCommand(std::int32_t ignored, QString command);
 
 private:
-    // Appends what arrives to `answer`, every 5 ms, until `isComplete` or until more than `limit` has passed.
-    template <typename Predicate>
-    Task<> collect(QByteArray& answer, Ticks limit, Predicate isComplete);
-
     Clock& m_clock;
     SerialPort& Serial1;
+    LineReader m_reader;
     Globals& m_globals;
     LineOwner& m_line;
 

@@ -1,18 +1,22 @@
 #include "StatusMonitor.h"
 
 #include "CommandSet.h"
+#include "PolledValues.h"
 #include "Text.h"
 
 using namespace std::chrono_literals;
-using ReadOut = OperatePanel::ReadOut;
+using Kind = PolledValue::Kind;
 
 namespace {
 
 constexpr qsizetype FullBandLength = 5;  // "^BN" and two digits
 constexpr Ticks ExchangeLimit{20};
+constexpr qsizetype TokenLength = 3;
+constexpr qsizetype NumberLength = 3;
+constexpr QStringView Identity = u"VLX720";
 
-double valueAt(const QString& field, qsizetype position) {
-    return Text::Val(Text::Mid(field, position, 3));
+bool isIdentity(const QString& field) {
+    return Text::Left(field, Identity.size()) == Identity;
 }
 
 }  // namespace
@@ -21,28 +25,37 @@ StatusMonitor::StatusMonitor(Platform& platform, Globals& globals, LineOwner& li
                              OperatePanel& panel)
     : m_clock(platform.clock),
       Serial1(platform.Serial1),
+      m_reader(platform.clock, platform.Serial1),
       m_globals(globals),
       m_line(line),
       m_window(window),
       m_panel(panel),
       Timer1(platform.clock, PollPeriod, [this] { Timer1_Action(); }),
-      m_offer(platform.clock, Clock::Microseconds{0}, [this] { offerReceived(); }) {}
+      m_offer(platform.clock, Clock::Microseconds{0}, [this] { offerReceived(); }),
+      m_answers(platform.clock, globals, panel) {}
 
 void StatusMonitor::enterOperateTab() {
     stopPoll();
+    m_entered.emplace(m_clock);
     m_sending = enter();
+}
+
+Task<> StatusMonitor::entered() {
+    if (m_entered)
+        co_await m_entered->wait();
 }
 
 Task<> StatusMonitor::enter() {
     const StartupSpan entering(m_window);
     EnableControls(m_globals.isMain());
-    if (m_globals.isUnknown())
-        co_return;
-    co_await sendPoll();
-    m_panel.setOnOffCaption(m_globals.isMain() ? QStringLiteral("OFF") : QStringLiteral("ON"));
-    startTimer();
-    // What was answered meanwhile was kept from the data handler.
-    m_offer.start(ClockTimer::Mode::Single);
+    if (!m_globals.isUnknown()) {
+        co_await sendPoll();
+        m_panel.setOnOffCaption(m_globals.isMain() ? QStringLiteral("OFF") : QStringLiteral("ON"));
+        startTimer();
+        // What was answered meanwhile was kept from the data handler.
+        m_offer.start(ClockTimer::Mode::Single);
+    }
+    m_entered->open();
 }
 
 void StatusMonitor::offerReceived() {
@@ -54,18 +67,30 @@ void StatusMonitor::stopPoll() {
     Timer1.stop();
     m_offer.stop();
     m_sending.reset();
+    if (m_entered)
+        m_entered->open();
 }
 
 void StatusMonitor::Timer1_Action() {
     const bool isStillSending = m_sending && !m_sending->isDone();
-    if (!isStillSending && !m_line.isTaken())
-        m_sending = sendPoll();
+    if (isStillSending || m_line.isTaken())
+        return;
+    if (Serial1.isOpen())
+        m_answers.look();
+    else
+        m_answers.lost();
+    m_sending = sendPoll();
 }
 
 Task<> StatusMonitor::sendPoll() {
+    m_answers.asked();
     if (m_globals.isMain()) {
-        for (const QByteArray& command : Command::Poll) {
-            Serial1.Write(command);
+        QStringView asked;
+        for (const PolledValue& value : PolledValues) {
+            // Values that share an answer stand side by side.
+            if (std::exchange(asked, value.token) == value.token)
+                continue;
+            Serial1.Write(Text::toLine(value.token.toString() + u';'));
             co_await Serial1.XmitWait();
         }
     } else if (m_globals.isBootloader()) {
@@ -101,32 +126,52 @@ Task<> StatusMonitor::SendCommandParseResponse(QString command, std::int32_t exp
     const auto guard = m_line.take();
     Serial1.Flush();
     Serial1.Write(Text::toLine(command));
-    co_await m_clock.sleep(100ms);
-    const Ticks start = m_clock.ticks();
+    co_await m_reader.pause(100ms);
     QByteArray answer;
-    do {
-        co_await m_clock.sleep(5ms);
-        answer += Serial1.ReadAll();
-    } while (answer.size() != expectedLength && m_clock.ticks() - start <= ExchangeLimit);
-    if (answer.size() == expectedLength)
+    const auto end = co_await m_reader.until(
+        [&] {
+            answer += Serial1.ReadAll();
+            return answer.size() == expectedLength;
+        },
+        ExchangeLimit);
+    if (end == LineReader::End::Came)
         dispatch(Text::fromLine(answer), Source::Exchange);
 }
 
 void StatusMonitor::dispatch(const QString& field, Source source) {
-    const QString token = Text::Left(field, 3);
-    if (Text::equal(token, u"^BN"))
-        showBandAnswer(field, source);
-    else if (Text::equal(token, u"^VI"))
-        showVoltageAndCurrent(field);
-    else if (Text::equal(token, u"^TM"))
-        m_panel.setReadOut(ReadOut::Temperature,
-                           Text::Format(valueAt(field, 4), u"##0") + QStringLiteral(" C"));
-    else if (Text::equal(token, u"^WS"))
-        showPowerAndSwr(field, source);
-    else if (Text::equal(token, u"^FL"))
-        showFault(field);
-    else if (Text::equal(token, u"^OS"))
-        showMode(field);
+    const QString token = Text::Left(field, TokenLength);
+    bool isAnswer = m_globals.isBootloader() && isIdentity(field);
+    for (const PolledValue& value : PolledValues) {
+        if (!Text::equal(token, value.token))
+            continue;
+        isAnswer = true;
+        show(value, field, source);
+    }
+    if (isAnswer)
+        m_answers.came();
+}
+
+void StatusMonitor::show(const PolledValue& value, const QString& field, Source source) {
+    switch (value.kind) {
+        case Kind::Number:
+            showNumber(value, field, source);
+            break;
+        case Kind::Band:
+            showBandAnswer(field, source);
+            break;
+        case Kind::Fault:
+            showFault(field);
+            break;
+        case Kind::Mode:
+            showMode(field);
+            break;
+    }
+}
+
+void StatusMonitor::showNumber(const PolledValue& value, const QString& field, Source source) {
+    const int divisor = source == Source::Exchange && value.isRawInExchange ? 1 : value.divisor;
+    const double number = Text::Val(Text::Mid(field, value.position, NumberLength)) / divisor;
+    m_panel.setReadOut(value.readOut, Text::Format(number, value.format) + value.unit.toString());
 }
 
 void StatusMonitor::showBandAnswer(const QString& field, Source source) {
@@ -163,19 +208,6 @@ void StatusMonitor::setBootloaderSpeed() {
     Serial1.Reset();
 }
 
-void StatusMonitor::showVoltageAndCurrent(const QString& field) {
-    m_panel.setReadOut(ReadOut::PAVoltage,
-                       Text::Format(valueAt(field, 4) / 10, u"00.0") + QStringLiteral(" V"));
-    m_panel.setReadOut(ReadOut::PACurrent,
-                       Text::Format(valueAt(field, 8) / 10, u"#0.0") + QStringLiteral(" A"));
-}
-
-void StatusMonitor::showPowerAndSwr(const QString& field, Source source) {
-    const double swr = source == Source::Stream ? valueAt(field, 8) / 10 : valueAt(field, 8);
-    m_panel.setReadOut(ReadOut::Power, Text::Format(valueAt(field, 4), u"##0") + QStringLiteral(" W"));
-    m_panel.setReadOut(ReadOut::SWR, Text::Format(swr, u"#0.0"));
-}
-
 void StatusMonitor::showFault(const QString& field) {
     const QString code = Text::Mid(field, 4, 2);
     if (code == u"00") {
@@ -199,7 +231,9 @@ void StatusMonitor::showMode(const QString& field) {
 
 void StatusMonitor::showBand(int band) {
     m_panel.markBand(band);
-    m_panel.setReadOut(ReadOut::Band, m_panel.bandCaption(band) + QStringLiteral(" MHz"));
+    m_panel.setReadOut(
+        OperatePanel::ReadOut::Band,
+        m_panel.bandCaption(band) + polledValueOf(OperatePanel::ReadOut::Band).unit.toString());
 }
 
 void StatusMonitor::EnableControls(bool enable) {

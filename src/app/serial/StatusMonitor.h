@@ -3,10 +3,14 @@
 
 #include <optional>
 
+#include "AnswerWatch.h"
+#include "Gate.h"
 #include "Globals.h"
 #include "LineOwner.h"
+#include "LineReader.h"
 #include "OperatePanel.h"
 #include "Platform.h"
+#include "PolledValues.h"
 #include "WindowState.h"
 
 class StatusMonitor {
@@ -24,6 +28,14 @@ public:
     // Entering the "Operate" tab: shows what the status allows, sends the first poll at once and starts
     // the timer.
     void enterOperateTab();
+    // Ends when the tab has been entered, or the entering was broken off. One flow at a time.
+    Task<> entered();
+    // The open port has gone: what the panel shows is old.
+    void portLost() { m_answers.lost(); }
+    // For how long the poll has had no answer, once that counts; nothing while it stands still.
+    std::optional<std::chrono::seconds> silence() const {
+        return isPolling() ? m_answers.silence() : std::nullopt;
+    }
     // Stops the timer and drops what a poll under way has not sent yet.
     void stopPoll();
     void startTimer() { Timer1.start(ClockTimer::Mode::Repeating); }
@@ -56,20 +68,23 @@ private:
     Task<> sendPoll();
     Task<> enter();
     void dispatch(const QString& field, Source source);
+    void show(const PolledValue& value, const QString& field, Source source);
+    void showNumber(const PolledValue& value, const QString& field, Source source);
     void showBandAnswer(const QString& field, Source source);
-    void showVoltageAndCurrent(const QString& field);
-    void showPowerAndSwr(const QString& field, Source source);
     void showFault(const QString& field);
     void showMode(const QString& field);
     void switchToBootloader();
 
     Clock& m_clock;
     SerialPort& Serial1;
+    LineReader m_reader;
     Globals& m_globals;
     LineOwner& m_line;
     WindowState& m_window;
     OperatePanel& m_panel;
     ClockTimer Timer1;
     ClockTimer m_offer;
+    AnswerWatch m_answers;
+    std::optional<Gate> m_entered;
     std::optional<Task<>> m_sending;
 };

@@ -15,6 +15,7 @@ public:
     VersionCheck(Platform& platform, Globals& globals, RadioState& radioState, WindowState& window,
                  const PortPanel& portPanel, FirmwarePanel& firmwarePanel)
         : m_dialogs(platform.dialogs),
+          Serial1(platform.Serial1),
           m_globals(globals),
           m_radioState(radioState),
           m_window(window),
@@ -28,10 +29,14 @@ public:
     Task<> TestCommButtton_Action(CheckNewVersion compare);
 
 private:
+    void tellSilence();
     QString waitingText() const;
+    QString versionText() const;
+    QString portName() const;
     QString portAndSpeedText() const;
 
     Dialogs& m_dialogs;
+    const SerialPort& Serial1;
     Globals& m_globals;
     RadioState& m_radioState;
     WindowState& m_window;

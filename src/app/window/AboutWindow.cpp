@@ -28,9 +28,8 @@ AboutWindow::AboutWindow(QWidget* parent) : QDialog(parent) {
     name->setFont(large);
     grid->addWidget(icon, 0, 0, 3, 1, Qt::AlignTop);
     grid->addWidget(name, 0, 1);
-    grid->addWidget(named(new QLabel(QStringLiteral("Version ") + ShortVersion()),
-                          QStringLiteral("VersionText"), tr("Version")),
-                    1, 1);
+    grid->addWidget(
+        named(new QLabel(QStringLiteral("Version ") + ShortVersion()), QStringLiteral("VersionText")), 1, 1);
     auto* credits = new QLabel(tr("Operates the VLX720 RF power amplifier, keeps its firmware and its "
                                   "configuration. Built with Qt %1.")
                                    .arg(QString::fromLatin1(qVersion())));
@@ -38,7 +37,7 @@ AboutWindow::AboutWindow(QWidget* parent) : QDialog(parent) {
     grid->addWidget(credits, 2, 1);
     grid->setColumnStretch(1, 1);
 
-    auto* ok = named(new QPushButton(QStringLiteral("Ok")), QStringLiteral("OkButton"), tr("Close"));
+    auto* ok = named(new QPushButton(QStringLiteral("Ok")), QStringLiteral("OkButton"));
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     auto* rows = new QVBoxLayout(this);

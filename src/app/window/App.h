@@ -2,29 +2,37 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "FirmwareFolder.h"
 #include "Flows.h"
+#include "Help.h"
 #include "initWin.h"
+#include "LineRecord.h"
 #include "LoadWindow.h"
 #include "Macros.h"
 #include "MCULoader.h"
 #include "MemoryTools.h"
 #include "MemoryToolWindows.h"
-#include "NewFirmwareBox.h"
+#include "NewFirmwareMessage.h"
 #include "OperatingControls.h"
 #include "PortSelection.h"
 #include "ProgressWin.h"
 #include "REALEasyPrefs.h"
+#include "RecordingPort.h"
+#include "ReleaseNotes.h"
+#include "Retrieval.h"
 #include "SendFirmware.h"
 #include "Services.h"
+#include "TrendsWindow.h"
 #include "VersionCheck.h"
 #include "Window1.h"
 
 class App {
 public:
-    // `onError` gets what no flow caught; `quit` ends the event loop.
-    App(Platform& platform, Flows::ErrorHandler onError, std::function<void()> quit);
+    // `onError` gets what no flow caught; `quit` ends the event loop. New firmware comes from `server`.
+    App(Platform& platform, Flows::ErrorHandler onError, std::function<void()> quit,
+        const FirmwareServer& server = FirmwareServer::makers());
     App(const App&) = delete;
     App& operator=(const App&) = delete;
     ~App();
@@ -32,6 +40,10 @@ public:
     // Opens the main window: reads the preferences, opens the port, senses the amplifier. From a running
     // or soon running event loop.
     void Event_Open();
+
+    // An orderly end: the main window closes, after work that must end first, and the program with it. True
+    // when it closes now.
+    bool requestQuit();
 
     Window1& mainWindow() { return m_window1; }
     Globals& globals() { return m_globals; }
@@ -45,12 +57,19 @@ private:
     void showInitWin();
     Task<> openPortAndSense();
     Task<bool> LoadMcu();
+    void connectExtras();
+    void showTrends();
+    void connectHelp();
+    Task<> saveReport();
     void Window1_Event_Close();
-    bool mustEndFirst() const;
     bool mayClose();
-    Task<> closeWhenEnded();
+    void workChanged(bool isRunning);
+    void closeAtEnd();
 
-    Platform& m_platform;
+    LineRecord m_lineRecord;
+    RecordingPort m_recording;
+    Platform m_platform;
+    Flows::ErrorHandler m_onError;
     std::function<void()> m_quit;
     Globals m_globals;
     WindowState m_windowState;
@@ -64,17 +83,26 @@ private:
     VersionCheck m_versions;
     StatusMonitor m_monitor;
     OperatingControls m_controls;
-    NewFirmwareBox m_newFirmwareBox;
-    VersionedFilename m_versionedFilename;
+    ReleaseNotes m_releaseNotes;
+    NewFirmwareMessage m_newFirmwareMessage;
     FirmwareFolder m_firmwareFolder;
     MCULoader m_loader;
     SendFirmware m_sendFirmware;
+    AmplifierQuery m_amplifierQuery;
+    Retrieval m_retrieval;
     ProgressWin m_progressWin;
     MemoryToolWindows m_memoryToolWindows;
     MemoryTools m_memoryTools;
-    // Closes the main window from the event loop, outside of the flow that asks for it.
+    Trends m_trends;
+    std::unique_ptr<TrendsWindow> m_trendsWindow;
+    std::unique_ptr<Help> m_help;
+    // The user wants to quit, and work that must end first is running.
+    bool m_closesAtEnd = false;
+    // ... and the whole program, whatever other windows are open.
+    bool m_isQuitRequested = false;
+    // Closes the main window from the event loop, outside of the flow whose end it waits for.
     ClockTimer m_closing;
-    // Last: cancelled first, while all that the flows use is still there.
+    // ~App cancels them first, while all that they use is still there.
     Flows m_flows;
     Services m_services;
 };

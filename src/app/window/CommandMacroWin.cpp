@@ -12,16 +12,16 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Keys.h"
 #include "Naming.h"
 #include "Text.h"
 
-CommandMacroWin::CommandMacroWin(Macros& macros, QWidget* parent)
+CommandMacroWin::CommandMacroWin(Dialogs& dialogs, Macros& macros, QWidget* parent)
     : QDialog(parent),
+      m_dialogs(dialogs),
       m_macros(macros),
-      BevelButton1(
-          named(new QPushButton(QStringLiteral("Save")), QStringLiteral("BevelButton1"), tr("Save macros"))),
-      BevelButton2(
-          named(new QPushButton(QStringLiteral("Cancel")), QStringLiteral("BevelButton2"), tr("Cancel"))) {
+      BevelButton1(named(new QPushButton(QStringLiteral("Save")), QStringLiteral("BevelButton1"))),
+      BevelButton2(named(new QPushButton(QStringLiteral("Cancel")), QStringLiteral("BevelButton2"))) {
     setObjectName(QStringLiteral("CommandMacroWin"));
     setWindowTitle(QStringLiteral("Edit Macros"));
     resize(594, 500);
@@ -51,7 +51,9 @@ CommandMacroWin::CommandMacroWin(Macros& macros, QWidget* parent)
     rows->addLayout(grid);
     rows->addStretch();
     rows->addLayout(buttons);
-    BevelButton1->setDefault(true);
+    // Return in a field ends nothing.
+    BevelButton1->setAutoDefault(false);
+    BevelButton2->setAutoDefault(false);
 
     connect(BevelButton1, &QPushButton::clicked, this, &CommandMacroWin::BevelButton1_Action);
     connect(BevelButton2, &QPushButton::clicked, this, &CommandMacroWin::BevelButton2_Action);
@@ -78,14 +80,39 @@ void CommandMacroWin::BevelButton1_Action() {
 }
 
 void CommandMacroWin::BevelButton2_Action() {
-    reject();
+    QDialog::reject();
+}
+
+// Escape and the close box come through here.
+void CommandMacroWin::reject() {
+    if (!isChanged())
+        QDialog::reject();
+    else if (!m_question || m_question->isDone())
+        m_question = askAndClose();
+}
+
+Task<> CommandMacroWin::askAndClose() {
+    MessageRequest request{.message = tr("The macros were changed."),
+                           .explanation = tr("Closing the editor gives the changes up."),
+                           .actionButton = tr("Keep Editing"),
+                           .alternateButton = tr("Discard")};
+    const bool isKept = co_await m_dialogs.askCaution(std::move(request));
+    if (!isKept)
+        QDialog::reject();
+}
+
+bool CommandMacroWin::isChanged() const {
+    for (std::size_t row = 0; row < Macros::Count; ++row)
+        if (MacroField[row]->isModified() || MacroCommand[row]->isModified())
+            return true;
+    return false;
 }
 
 bool CommandMacroWin::eventFilter(QObject* watched, QEvent* event) {
     auto* field = qobject_cast<QLineEdit*>(watched);
     if (field && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<const QKeyEvent*>(event);
-        return key->modifiers() == Qt::ControlModifier && MacroCommand_KeyDown(*field, key->key());
+        return isShortcut(*key) && MacroCommand_KeyDown(*field, key->key());
     }
     if (field && event->type() == QEvent::ContextMenu) {
         MacroCommand_MouseDown(*field, static_cast<const QContextMenuEvent*>(event)->globalPos());

@@ -1,5 +1,7 @@
 #include "CommandTesterTab.h"
 
+#include <algorithm>
+
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -9,6 +11,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Focus.h"
+#include "Keys.h"
+#include "MacroButton.h"
 #include "Naming.h"
 #include "SerialPort.h"
 #include "TesterTermField.h"
@@ -19,11 +24,19 @@ namespace {
 
 constexpr int MacroColumns = 5;
 
-// Return, Enter or a semicolon; not a shortcut, whatever code that gives.
+// Return, Enter or a semicolon, which needs AltGr or Option on some keyboards; not a shortcut, whatever code
+// that gives.
 bool isSendKey(const QKeyEvent& event) {
-    if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0)
+    if (isShortcut(event) || event.modifiers().testFlag(Qt::MetaModifier))
         return false;
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.text() == u";";
+    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    return event.text() == u";" || (isReturn && !event.modifiers().testFlag(Qt::AltModifier));
+}
+
+// The first character that a byte cannot hold.
+QString unsendable(const QString& text) {
+    const auto* found = std::find_if(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0xFF; });
+    return found == text.end() ? QString() : QString(*found);
 }
 
 }  // namespace
@@ -32,10 +45,8 @@ CommandTesterTab::CommandTesterTab(Clock& clock, SerialPort& serialPort, Macros&
     : Serial1(serialPort),
       m_macros(macros),
       TesterField(named(new QLineEdit, QStringLiteral("TesterField"), tr("VLX command"))),
-      EditMacrosButton(
-          named(new QPushButton(tr("Edit Macros")), QStringLiteral("EditMacrosButton"), tr("Edit macros"))),
-      ClearButton(
-          named(new QPushButton(tr("Clear")), QStringLiteral("ClearButton"), tr("Erase output window"))),
+      EditMacrosButton(named(new QPushButton(tr("Edit Macros")), QStringLiteral("EditMacrosButton"))),
+      ClearButton(named(new QPushButton(tr("Clear")), QStringLiteral("ClearButton"))),
       m_terminal(new TesterTermField),
       m_rest(clock, ShowPeriod, [this] {
           if (!Serial1.LookAhead().isEmpty())
@@ -67,11 +78,8 @@ QWidget* CommandTesterTab::macroButtons() {
     auto* grid = new QGridLayout(group);
     grid->setContentsMargins(0, 0, 0, 0);
     for (int index = 0; index < Macros::Count; ++index) {
-        auto* button = named(new QPushButton, QStringLiteral("CommandMacroButton%1").arg(index),
-                             tr("Macro %1").arg(index + 1));
+        auto* button = named(new MacroButton, QStringLiteral("CommandMacroButton%1").arg(index));
         button->setProperty("index", index);
-        // A long caption is cut, it does not push its neighbours away.
-        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         connect(button, &QPushButton::clicked, this, [this, index] { CommandMacroButton_Action(index); });
         grid->addWidget(button, index / MacroColumns, index % MacroColumns);
         CommandMacroButton[static_cast<std::size_t>(index)] = button;
@@ -82,19 +90,16 @@ QWidget* CommandTesterTab::macroButtons() {
 }
 
 void CommandTesterTab::showMacroCaptions() {
-    for (std::size_t index = 0; index < Macros::Count; ++index) {
-        // A "&" is a character of the caption, not a mark for a shortcut.
-        const QString caption = m_macros.mCommandMacroButtonText[index];
-        CommandMacroButton[index]->setText(
-            Text::ReplaceAllB(caption, QStringLiteral("&"), QStringLiteral("&&")));
-    }
+    for (std::size_t index = 0; index < Macros::Count; ++index)
+        CommandMacroButton[index]->setMacro(m_macros.mCommandMacroButtonText[index],
+                                            m_macros.mCommandMacroCommandText[index]);
 }
 
 void CommandTesterTab::enterTab(bool canSend) {
     for (QPushButton* button : CommandMacroButton)
-        button->setEnabled(canSend);
-    TesterField->setEnabled(canSend);
-    ClearButton->setEnabled(canSend);
+        setEnabledOnPage(*button, canSend, *this);
+    setEnabledOnPage(*TesterField, canSend, *this);
+    setEnabledOnPage(*ClearButton, canSend, *this);
     if (canSend)
         TesterField->setFocus();
 }
@@ -109,18 +114,29 @@ bool CommandTesterTab::TesterField_KeyDown(const QKeyEvent& event) {
     if (!isSendKey(event))
         return false;
     const QString typed = TesterField->text() + event.text();
-    m_terminal->insertSent(u'\n' + typed);
-    Serial1.Write(Text::toLine(Text::Trim(typed)));
-    TesterField->clear();
+    // A key that is held down sends once.
+    if (!event.isAutoRepeat() && canBeSent(typed)) {
+        m_terminal->insertSent(u'\n' + typed);
+        Serial1.Write(Text::toLine(Text::Trim(typed)));
+        TesterField->clear();
+    }
     return true;
 }
 
 void CommandTesterTab::ProcessCommandMacro(int index) {
     const QString& command = m_macros.mCommandMacroCommandText[static_cast<std::size_t>(index)];
-    if (command.isEmpty())
+    if (command.isEmpty() || !canBeSent(command))
         return;
     m_terminal->insertSent(command);
     Serial1.Write(Text::toLine(command));
+}
+
+bool CommandTesterTab::canBeSent(const QString& text) {
+    const QString character = unsendable(text);
+    Q_EMIT statusTold(character.isEmpty()
+                          ? QString()
+                          : tr("Not sent: the line cannot carry the character \"%1\"").arg(character));
+    return character.isEmpty();
 }
 
 void CommandTesterTab::ClearButton_Action() {

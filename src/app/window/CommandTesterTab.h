@@ -8,6 +8,7 @@
 #include "Clock.h"
 #include "Macros.h"
 
+class MacroButton;
 class QKeyEvent;
 class QLineEdit;
 class QPushButton;
@@ -35,6 +36,8 @@ public:
 Q_SIGNALS:
     void EditMacrosButton_Action();
     void bytesWait();
+    // A word for the status line; empty when all is well.
+    void statusTold(const QString& text);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -43,6 +46,7 @@ private:
     bool TesterField_KeyDown(const QKeyEvent& event);
     void CommandMacroButton_Action(int index) { ProcessCommandMacro(index); }
     void ProcessCommandMacro(int index);
+    bool canBeSent(const QString& text);
     void ClearButton_Action();
     QWidget* macroButtons();
 
@@ -51,7 +55,7 @@ private:
     QLineEdit* TesterField;
     QPushButton* EditMacrosButton;
     QPushButton* ClearButton;
-    std::array<QPushButton*, Macros::Count> CommandMacroButton{};
+    std::array<MacroButton*, Macros::Count> CommandMacroButton{};
     TesterTermField* m_terminal;
     ClockTimer m_rest;
 };

@@ -1,27 +1,34 @@
 #include "FirmwareTab.h"
 
+#include <QAction>
+#include <QContextMenuEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Focus.h"
+#include "Keys.h"
 #include "LogField.h"
 #include "Naming.h"
+#include "SendButton.h"
+#include "ValueLabel.h"
 
 namespace {
 
 QPushButton* button(const QString& caption, const QString& systemName, const QString& toolTip) {
-    auto* result = named(new QPushButton(caption), systemName, caption);
+    auto* result = named(new QPushButton(caption), systemName);
     result->setToolTip(toolTip);
     return result;
 }
 
-QLabel* versionLabel(const QString& text, const QString& systemName, const QString& accessibleName) {
-    auto* label = named(new QLabel(text), systemName, accessibleName);
+ValueLabel* versionLabel(const QString& text, const QString& systemName, const QString& name) {
+    auto* label = named(new ValueLabel(name, text), systemName);
     QFont large = label->font();
     large.setBold(true);
     label->setFont(large);
@@ -41,17 +48,20 @@ FirmwareTab::FirmwareTab()
           QStringLiteral("Compare version installed in VLX with available versions in firmware folder"))),
       GetRevButton1(button(QStringLiteral("Copy New Files from Tessarin"), QStringLiteral("GetRevButton1"),
                            QStringLiteral("Get new firmware from Tessarin file server"))),
+      m_copyMenu(named(new QMenu(this), QStringLiteral("CopyMenu"), tr("Ways to copy new files"))),
       MCUinstalled(versionLabel(QStringLiteral("---"), QStringLiteral("MCUinstalledText"),
                                 tr("Firmware version installed in VLX"))),
       MCUavailable(versionLabel(QStringLiteral("missing"), QStringLiteral("MCUavailableText"),
                                 tr("Firmware version available"))),
-      SendVLXButton(button(QStringLiteral("Send Firmware to VLX720"), QStringLiteral("SendVLXButton"),
-                           tr("Load the available firmware into the amplifier"))),
+      SendVLXButton(
+          named(new SendButton(QStringLiteral("Send Firmware to VLX720")), QStringLiteral("SendVLXButton"))),
       StatusField(named(new LogField(LogField::SelectAll::NeedsSelection), QStringLiteral("StatusField"),
                         tr("Activity log"))) {
     FolderPath->setReadOnly(true);
     FolderPath->installEventFilter(this);
+    SendVLXButton->setToolTip(tr("Load the available firmware into the amplifier"));
     SendVLXButton->setEnabled(false);
+    makeCopyMenu();
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(folderGroup());
@@ -64,8 +74,50 @@ FirmwareTab::FirmwareTab()
     connect(DefaultButton, &QPushButton::clicked, this, &FirmwareTab::DefaultButton_Action);
     connect(BrowseButton, &QPushButton::clicked, this, &FirmwareTab::BrowseButton_Action);
     connect(GetRevButton, &QPushButton::clicked, this, &FirmwareTab::GetRevButton_Action);
+    connect(GetRevButton1, &QPushButton::clicked, this, &FirmwareTab::GetRevButton1_Action);
     connect(SendVLXButton, &QPushButton::clicked, this, &FirmwareTab::SendVLXButton_Action);
     connect(StatusField, &LogField::textChanged, this, &FirmwareTab::StatusField_TextChange);
+}
+
+void FirmwareTab::makeCopyMenu() {
+    CopyWithCurl = m_copyMenu->addAction(QStringLiteral("Copy with curl"));
+    CopyWithCurl->setObjectName(QStringLiteral("CopyWithCurl"));
+    GiveUpCopying = m_copyMenu->addAction(tr("Give Up Copying"));
+    GiveUpCopying->setObjectName(QStringLiteral("GiveUpCopying"));
+    GiveUpCopying->setShortcut(Qt::Key_Escape);
+    GiveUpCopying->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    // The shortcut holds on the whole tab: the button itself may be disabled meanwhile.
+    addAction(GiveUpCopying);
+    setCanGiveUp(false);
+    connect(CopyWithCurl, &QAction::triggered, this, &FirmwareTab::CopyWithCurl_Action);
+    connect(GiveUpCopying, &QAction::triggered, this, &FirmwareTab::GiveUpCopying_Action);
+}
+
+// A disabled button leaves the event to its parents.
+void FirmwareTab::contextMenuEvent(QContextMenuEvent* event) {
+    const QRect place(GetRevButton1->mapTo(this, QPoint()), GetRevButton1->size());
+    if (!place.contains(event->pos())) {
+        QWidget::contextMenuEvent(event);
+        return;
+    }
+    CopyWithCurl->setEnabled(GetRevButton1->isEnabled());
+    m_copyMenu->popup(event->globalPos());
+}
+
+QWidget* FirmwareTab::lockable(std::initializer_list<QWidget*> buttons, Qt::Orientation direction) {
+    auto* group = new QWidget;
+    auto* box = new QBoxLayout(
+        direction == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, group);
+    box->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* button : buttons)
+        box->addWidget(button);
+    m_lockable.push_back(group);
+    return group;
+}
+
+void FirmwareTab::lock(bool isLocked) {
+    for (QWidget* group : m_lockable)
+        setEnabledOnPage(*group, !isLocked, *StatusField);
 }
 
 QWidget* FirmwareTab::folderGroup() {
@@ -73,10 +125,9 @@ QWidget* FirmwareTab::folderGroup() {
     auto* label = new QLabel(QStringLiteral("Local folder for firmware files:"));
     label->setBuddy(FolderPath);
     auto* grid = new QGridLayout(group);
-    grid->addWidget(label, 0, 0, 1, 3);
+    grid->addWidget(label, 0, 0, 1, 2);
     grid->addWidget(FolderPath, 1, 0);
-    grid->addWidget(DefaultButton, 1, 1);
-    grid->addWidget(BrowseButton, 1, 2);
+    grid->addWidget(lockable({DefaultButton, BrowseButton}, Qt::Horizontal), 1, 1);
     grid->setColumnStretch(0, 1);
     return group;
 }
@@ -85,8 +136,7 @@ QWidget* FirmwareTab::checkGroup() {
     auto* group = named(new QGroupBox(QStringLiteral("Check for New Files")),
                         QStringLiteral("CheckNewFilesGroup"), tr("Check for new files"));
     auto* rows = new QVBoxLayout(group);
-    rows->addWidget(GetRevButton);
-    rows->addWidget(GetRevButton1);
+    rows->addWidget(lockable({GetRevButton, GetRevButton1}, Qt::Vertical));
     rows->addStretch();
     return group;
 }
@@ -98,7 +148,7 @@ QWidget* FirmwareTab::versionGroup() {
     grid->addWidget(new QLabel(QStringLiteral("Available")), 0, 1);
     grid->addWidget(MCUinstalled, 1, 0);
     grid->addWidget(MCUavailable, 1, 1);
-    grid->addWidget(SendVLXButton, 2, 0, 1, 2);
+    grid->addWidget(lockable({SendVLXButton}, Qt::Vertical), 2, 0, 1, 2);
     return group;
 }
 
@@ -114,7 +164,7 @@ QString FirmwareTab::MCUinstalledText() const {
 }
 
 void FirmwareTab::setMCUinstalledText(const QString& text) {
-    MCUinstalled->setText(text);
+    MCUinstalled->setValue(text);
 }
 
 QString FirmwareTab::MCUavailableText() const {
@@ -122,7 +172,7 @@ QString FirmwareTab::MCUavailableText() const {
 }
 
 void FirmwareTab::setMCUavailableText(const QString& text) {
-    MCUavailable->setText(text);
+    MCUavailable->setValue(text);
 }
 
 void FirmwareTab::setFolderPath(const QString& path) {
@@ -130,11 +180,19 @@ void FirmwareTab::setFolderPath(const QString& path) {
 }
 
 void FirmwareTab::setSendVLXButtonEnabled(bool enabled) {
-    SendVLXButton->setEnabled(enabled);
+    setEnabledOnPage(*SendVLXButton, enabled, *StatusField);
 }
 
 void FirmwareTab::setGetRevButtonEnabled(bool enabled) {
-    GetRevButton->setEnabled(enabled);
+    setEnabledOnPage(*GetRevButton, enabled, *StatusField);
+}
+
+void FirmwareTab::setGetRevButton1Enabled(bool enabled) {
+    GetRevButton1->setEnabled(enabled);
+}
+
+void FirmwareTab::setCanGiveUp(bool canGiveUp) {
+    GiveUpCopying->setEnabled(canGiveUp);
 }
 
 void FirmwareTab::moveStatusFieldToEnd() {
@@ -149,7 +207,7 @@ bool FirmwareTab::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool FirmwareTab::Event_KeyDown(const QKeyEvent& event) {
-    if (event.modifiers() != Qt::ControlModifier)
+    if (!isShortcut(event))
         return false;
     if (event.key() == Qt::Key_A) {
         StatusField->selectAll();
@@ -167,5 +225,6 @@ bool FirmwareTab::Event_KeyDown(const QKeyEvent& event) {
 
 // The insertion point stays at the end, so that the log scrolls along.
 void FirmwareTab::StatusField_TextChange() {
-    StatusField->moveCursor(QTextCursor::End);
+    if (!StatusField->isSelecting())
+        StatusField->moveCursor(QTextCursor::End);
 }

@@ -2,7 +2,8 @@
 
 #include <QEvent>
 
-Lamp::Lamp(const QString& text, const QColor& colour) : QLabel(text), m_colour(colour) {
+Lamp::Lamp(const QString& text, const QString& name, const QColor& colour)
+    : QLabel(text), m_name(name), m_colour(colour) {
     setAlignment(Qt::AlignCenter);
     setFrameShape(QFrame::StyledPanel);
     setMargin(6);
@@ -12,13 +13,20 @@ Lamp::Lamp(const QString& text, const QColor& colour) : QLabel(text), m_colour(c
     // As wide as it is when lit, so that nothing moves when it goes on and off.
     large.setBold(true);
     setMinimumWidth(QFontMetrics(large).horizontalAdvance(text) + 28);
+    paintState();
 }
 
-void Lamp::setLit(bool lit) {
+void Lamp::setLit(bool isLit) {
+    m_isLit = isLit;
     QFont newFont = font();
-    newFont.setBold(lit);
+    newFont.setBold(isLit);
     setFont(newFont);
-    setEnabled(lit);
+    setEnabled(isLit);
+    paintState();
+}
+
+void Lamp::setDim(bool isDim) {
+    m_isDim = isDim;
     paintState();
 }
 
@@ -29,12 +37,17 @@ void Lamp::changeEvent(QEvent* event) {
 }
 
 void Lamp::paintState() {
-    const bool isLit = isEnabled() && font().bold();
+    const bool isShining = m_isLit && isEnabled() && !m_isDim;
     QPalette colours;
-    if (isLit) {
+    if (isShining) {
         colours.setColor(QPalette::Window, m_colour);
         colours.setColor(QPalette::WindowText, Qt::white);
+    } else {
+        // The style's own grey is too pale to be read from across the room.
+        const QColor readable = colours.color(QPalette::Active, QPalette::WindowText);
+        colours.setColor(QPalette::Disabled, QPalette::WindowText, readable);
     }
-    setAutoFillBackground(isLit);
+    setAutoFillBackground(isShining);
     setPalette(colours);
+    setAccessibleName(m_name + (isShining ? tr(" lit") : tr(" not lit")));
 }

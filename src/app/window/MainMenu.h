@@ -9,7 +9,10 @@ struct MainMenu {
 
     QAction* FileQuit;
     QAction* ViewTraceMenu;
+    QAction* ViewPortByName;
+    QAction* ViewTrends;
     QAction* HelpVLXUtilHelp;
     QAction* HelpReleaseNotes;
+    QAction* HelpSaveReport;
     QAction* HelpAboutVLXUtil;
 };

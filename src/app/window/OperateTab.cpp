@@ -5,29 +5,16 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Focus.h"
 #include "Lamp.h"
 #include "Naming.h"
+#include "PolledValues.h"
+#include "SendButton.h"
+#include "ValueLabel.h"
 
 namespace {
-
-struct ReadOutRow {
-    OperatePanel::ReadOut readOut;
-    QString systemName;
-    QString label;
-};
-
-// In the order of their labels, StaticText24 to StaticText29.
-const std::array<ReadOutRow, 6> ReadOutRows{{
-    {OperatePanel::ReadOut::PAVoltage, QStringLiteral("PAVoltage"), QStringLiteral("PA Voltage:")},
-    {OperatePanel::ReadOut::PACurrent, QStringLiteral("PACurrent"), QStringLiteral("PA Current:")},
-    {OperatePanel::ReadOut::Temperature, QStringLiteral("Temperature"), QStringLiteral("Temperature:")},
-    {OperatePanel::ReadOut::Band, QStringLiteral("Band"), QStringLiteral("Band:")},
-    {OperatePanel::ReadOut::Power, QStringLiteral("Power"), QStringLiteral("Power:")},
-    {OperatePanel::ReadOut::SWR, QStringLiteral("SWR"), QStringLiteral("SWR:")},
-}};
 
 // The amplifier's bands in MHz; the index is its band number.
 const std::array<QString, OperatePanel::BandCount> BandCaptions{
@@ -48,6 +35,16 @@ BandPlace placeOfBand(int band) {
     return band % 2 == 1 ? BandPlace{0, (band + 1) / 2} : BandPlace{1, band / 2};
 }
 
+// The band in use: its button is checked, and a press alone neither checks nor unchecks it.
+class BandButton final : public SendButton {
+public:
+    explicit BandButton(const QString& caption) : SendButton(caption) { setCheckable(true); }
+
+protected:
+    void nextCheckState() override {}
+};
+
+constexpr int FirstStaticText = 24;
 constexpr int MarkedSize = 18;
 const QColor OperateColour(0xB0, 0x20, 0x20);
 const QColor StandbyColour(0x1E, 0x6E, 0x34);
@@ -68,20 +65,17 @@ void holdSize(QLabel& label, const QString& longest) {
 
 }  // namespace
 
-OperateTab::OperateTab()
-    : GroupBox4(named(new QGroupBox(QStringLiteral("Current Fault")), QStringLiteral("GroupBox4"),
-                      tr("Current fault"))),
-      GroupBox5(named(new QGroupBox(QStringLiteral("Band Selected")), QStringLiteral("GroupBox5"),
-                      tr("Band selected"))),
-      CurrentFault(named(new QLabel, QStringLiteral("CurrentFault"), tr("Current fault"))),
-      ClearCurrentFault(named(new QPushButton(QStringLiteral("Clear")), QStringLiteral("ClearCurrentFault"),
-                              tr("Clear current fault"))),
-      Oper(named(new Lamp(QStringLiteral("Oper"), OperateColour), QStringLiteral("Oper"), tr("Operate"))),
-      Stby(named(new Lamp(QStringLiteral("Stby"), StandbyColour), QStringLiteral("Stby"), tr("Standby"))),
-      OperStby(named(new QPushButton(QStringLiteral("Operate")), QStringLiteral("OperStby"),
-                     tr("Go to operate or standby"))),
-      OnOff(named(new QPushButton(QStringLiteral("ON")), QStringLiteral("OnOff"),
-                  tr("Switch the amplifier on or off"))) {
+OperateTab::OperateTab(Clock& clock)
+    : GroupBox4(named(new QGroupBox(QStringLiteral("Current Fault")), QStringLiteral("GroupBox4"))),
+      GroupBox5(named(new QGroupBox(QStringLiteral("Band Selected")), QStringLiteral("GroupBox5"))),
+      CurrentFault(named(new ValueLabel(tr("Current fault")), QStringLiteral("CurrentFault"))),
+      ClearCurrentFault(named(new SendButton(QStringLiteral("Clear")), QStringLiteral("ClearCurrentFault"))),
+      Oper(named(new Lamp(QStringLiteral("Oper"), tr("Operate"), OperateColour), QStringLiteral("Oper"))),
+      Stby(named(new Lamp(QStringLiteral("Stby"), tr("Standby"), StandbyColour), QStringLiteral("Stby"))),
+      OperStby(named(new SendButton(QStringLiteral("Operate")), QStringLiteral("OperStby"))),
+      OnOff(named(new SendButton(QStringLiteral("ON")), QStringLiteral("OnOff"))),
+      m_announcer(clock, *this) {
+    setObjectName(QStringLiteral("OperateTab"));
     OnOff->setToolTip(tr("Switch the amplifier on or off"));
     OperStby->setToolTip(tr("Go to operate or standby"));
 
@@ -97,26 +91,26 @@ OperateTab::OperateTab()
     enableReadOuts(false);
     enableOnOff(false);
 
-    connect(OperStby, &QPushButton::clicked, this, &OperateTab::OperStby_Action);
-    connect(ClearCurrentFault, &QPushButton::clicked, this, &OperateTab::ClearCurrentFault_Action);
-    connect(OnOff, &QPushButton::clicked, this, &OperateTab::OnOff_Action);
+    connect(OperStby, &SendButton::clicked, this, &OperateTab::OperStby_Action);
+    connect(ClearCurrentFault, &SendButton::clicked, this, &OperateTab::ClearCurrentFault_Action);
+    connect(OnOff, &SendButton::clicked, this, &OperateTab::OnOff_Action);
 }
 
 QWidget* OperateTab::readOutGroup() {
     auto* group = new QWidget;
     auto* grid = new QGridLayout(group);
-    int row = 0;
-    for (const ReadOutRow& readOut : ReadOutRows) {
-        auto* label =
-            named(new QLabel(readOut.label), QStringLiteral("StaticText%1").arg(24 + row), readOut.label);
-        auto* value = named(new QLabel, readOut.systemName, readOut.label.chopped(1));
+    for (int row = 0; row < ReadOutCount; ++row) {
+        const auto readOut = static_cast<ReadOut>(row);
+        const PolledValue& shown = polledValueOf(readOut);
+        const QString caption = shown.label.toString();
+        auto* label = named(new QLabel(caption), QStringLiteral("StaticText%1").arg(FirstStaticText + row));
+        auto* value = named(new ValueLabel(caption.chopped(1)), shown.control.toString());
         value->setFont(scaledFont(*value, 1.6, true));
         holdSize(*value, QStringLiteral("00000 MHz"));
         grid->addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
         grid->addWidget(value, row, 1);
-        m_readOuts[readOut.readOut] = value;
-        m_readOutLabels[static_cast<std::size_t>(row)] = label;
-        ++row;
+        m_readOuts[readOut] = value;
+        m_readOutLabels.push_back(label);
     }
     grid->setColumnStretch(1, 1);
     return group;
@@ -148,12 +142,12 @@ QWidget* OperateTab::bandGroup() {
     auto* grid = new QGridLayout(GroupBox5);
     for (int band = 0; band < BandCount; ++band) {
         const QString& caption = BandCaptions[static_cast<std::size_t>(band)];
-        auto* button = named(new QPushButton(caption), QStringLiteral("BandSelected%1").arg(band),
-                             tr("Band %1 MHz").arg(caption));
+        auto* button = named(new BandButton(caption), QStringLiteral("BandSelected%1").arg(band));
+        button->setAccessibleDescription(tr("Band in MHz"));
         button->setProperty("index", band);
         button->setMinimumHeight(48);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        connect(button, &QPushButton::clicked, this, [this, band] { Q_EMIT BandSelected_Action(band); });
+        connect(button, &SendButton::clicked, this, [this, band] { Q_EMIT BandSelected_Action(band); });
         const BandPlace place = placeOfBand(band);
         grid->addWidget(button, place.row, place.column);
         grid->setColumnStretch(place.column, 1);
@@ -163,24 +157,31 @@ QWidget* OperateTab::bandGroup() {
 }
 
 void OperateTab::setReadOut(ReadOut readOut, const QString& text) {
-    if (QLabel* label = m_readOuts.at(readOut); label->text() != text)
-        label->setText(text);
+    if (ValueLabel* label = m_readOuts.at(readOut); label->text() != text)
+        label->setValue(text);
+    Q_EMIT readOutShown(readOut, text);
 }
 
 void OperateTab::setCurrentFault(const QString& shortName) {
-    if (CurrentFault->text() != shortName)
-        CurrentFault->setText(shortName);
+    if (CurrentFault->text() != shortName) {
+        CurrentFault->setValue(shortName);
+        m_announcer.announce(shortName.isEmpty() ? tr("No fault") : tr("Fault %1").arg(shortName));
+    }
+    Q_EMIT faultShown(shortName);
 }
 
 void OperateTab::setMode(Mode mode) {
+    Q_EMIT modeShown(mode);
     if (mode == m_shownMode)
         return;
     m_shownMode = mode;
     Stby->setLit(mode == Mode::Standby);
     Oper->setLit(mode == Mode::Operate);
-    OperStby->setEnabled(mode != Mode::Other);
-    if (mode != Mode::Other)
-        OperStby->setText(mode == Mode::Standby ? QStringLiteral("Operate") : QStringLiteral("Standby"));
+    setEnabledOnPage(*OperStby, mode != Mode::Other, *this);
+    if (mode == Mode::Other)
+        return;
+    OperStby->setText(mode == Mode::Standby ? QStringLiteral("Operate") : QStringLiteral("Standby"));
+    m_announcer.announce(mode == Mode::Standby ? tr("Standby") : tr("Operate"));
 }
 
 void OperateTab::markBand(int band) {
@@ -193,13 +194,18 @@ void OperateTab::markBand(int band) {
 }
 
 void OperateTab::styleBand(int band, bool isMarked) {
-    QPushButton* button = BandSelected[static_cast<std::size_t>(band)];
+    SendButton* button = BandSelected[static_cast<std::size_t>(band)];
     QFont newFont;
     if (isMarked) {
         newFont.setPointSize(MarkedSize);
         newFont.setBold(true);
     }
     button->setFont(newFont);
+    button->setChecked(isMarked);
+    QPalette colours;
+    if (isMarked && m_isDim)
+        colours.setColor(QPalette::ButtonText, colours.color(QPalette::Disabled, QPalette::ButtonText));
+    button->setPalette(colours);
 }
 
 QString OperateTab::bandCaption(int band) const {
@@ -221,17 +227,32 @@ QString OperateTab::operStbyCaption() const {
 void OperateTab::enableReadOuts(bool enabled) {
     // The lamps follow the group until the next answer tells the mode.
     m_shownMode.reset();
+    m_areReadOutsEnabled = enabled;
     for (QLabel* label : m_readOutLabels)
         label->setEnabled(enabled);
-    for (const auto& [readOut, value] : m_readOuts)
-        value->setEnabled(enabled);
-    GroupBox4->setEnabled(enabled);
-    GroupBox5->setEnabled(enabled);
-    OperStby->setEnabled(enabled);
+    showReadOuts();
+    for (QWidget* control : {static_cast<QWidget*>(GroupBox4), static_cast<QWidget*>(GroupBox5),
+                             static_cast<QWidget*>(OperStby)})
+        setEnabledOnPage(*control, enabled, *this);
     Oper->setEnabled(enabled);
     Stby->setEnabled(enabled);
 }
 
 void OperateTab::enableOnOff(bool enabled) {
-    OnOff->setEnabled(enabled);
+    setEnabledOnPage(*OnOff, enabled, *this);
+}
+
+void OperateTab::setDim(bool isDim) {
+    m_isDim = isDim;
+    showReadOuts();
+    Oper->setDim(isDim);
+    Stby->setDim(isDim);
+    if (m_markedBand >= 0)
+        styleBand(m_markedBand, true);
+}
+
+void OperateTab::showReadOuts() {
+    for (const auto& [readOut, value] : m_readOuts)
+        value->setEnabled(m_areReadOutsEnabled && !m_isDim);
+    CurrentFault->setEnabled(!m_isDim);
 }

@@ -2,7 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -10,16 +10,25 @@
 
 #include "Naming.h"
 
+namespace {
+
+// A context menu or another window takes the keyboard for a while only.
+bool isLeaving(const QEvent& event) {
+    const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
+    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace
+
 PortTab::PortTab()
     : SerialPortMenu(named(new QComboBox, QStringLiteral("SerialPortMenu"), tr("Serial port"))),
-      RefreshPortsButton(named(new QPushButton(QStringLiteral("Refresh Port List")),
-                               QStringLiteral("RefreshPortsButton"), tr("Refresh port list"))),
-      PortCheck(
-          named(new QCheckBox(tr("Use port by name:")), QStringLiteral("PortCheck"), tr("Use port by name"))),
+      RefreshPortsButton(
+          named(new QPushButton(QStringLiteral("Refresh Port List")), QStringLiteral("RefreshPortsButton"))),
+      PortCheck(named(new QCheckBox(tr("Use port by name:")), QStringLiteral("PortCheck"))),
       PortField(
           named(new QLineEdit(QStringLiteral("/dev/ttyUSB0")), QStringLiteral("PortField"), tr("Port name"))),
-      TestCommButtton(named(new QPushButton(QStringLiteral("Test Communications")),
-                            QStringLiteral("TestCommButtton"), tr("Test communications"))) {
+      TestCommButtton(
+          named(new QPushButton(QStringLiteral("Test Communications")), QStringLiteral("TestCommButtton"))) {
     SerialPortMenu->setToolTip(QStringLiteral("Choose port connected to the VLX"));
     RefreshPortsButton->setToolTip(
         QStringLiteral("Refresh available port list after plugging in a USB to Serial Adapter"));
@@ -57,6 +66,7 @@ PortTab::PortTab()
             Q_EMIT PortField_LostFocus();
     });
     PortField->installEventFilter(this);
+    SerialPortMenu->installEventFilter(this);
     connect(TestCommButtton, &QPushButton::clicked, this, &PortTab::TestCommButtton_Action);
 }
 
@@ -72,7 +82,12 @@ void PortTab::setSerialPortMenuIndex(int index) {
 }
 
 bool PortTab::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusOut)
+    // Rolled over by the mouse wheel on its way, the list must not choose another port.
+    if (watched == SerialPortMenu && event->type() == QEvent::Wheel) {
+        event->ignore();
+        return true;
+    }
+    if (watched == PortField && event->type() == QEvent::FocusOut && isLeaving(*event))
         Q_EMIT PortField_LostFocus();
     return QWidget::eventFilter(watched, event);
 }

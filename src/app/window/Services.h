@@ -7,6 +7,7 @@
 #include "MemoryTools.h"
 #include "OperatingControls.h"
 #include "PortSelection.h"
+#include "Retrieval.h"
 #include "SendFirmware.h"
 #include "StatusMonitor.h"
 #include "VersionCheck.h"
@@ -24,5 +25,6 @@ struct Services {
     OperatingControls& controls;
     FirmwareFolder& firmwareFolder;
     SendFirmware& sendFirmware;
+    Retrieval& retrieval;
     MemoryTools& memoryTools;
 };

@@ -36,15 +36,14 @@ void TesterTermField::insertSent(const QString& text) {
 
 void TesterTermField::appendReceived(const QString& text) {
     clip();
-    QTextCursor end(document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(text, coloured(ReceivedColour));
-    setTextCursor(end);
-    ensureCursorVisible();
+    insertAtEnd(text, coloured(ReceivedColour));
 }
 
 void TesterTermField::clip() {
     QTextCursor cursor = textCursor();
+    // A selection that is held keeps the insertion point where it is, which must not let the text grow.
+    if (isSelecting() && document()->characterCount() > ClipPosition + ClipLength)
+        cursor.movePosition(QTextCursor::End);
     if (cursor.position() <= ClipPosition)
         return;
     // The newest text goes, on purpose: the first part of a run is what one looks for.

@@ -15,7 +15,7 @@ public:
 
     // Replaces the selection, or stands at the insertion point.
     void insertSent(const QString& text);
-    // Appends at the end, and leaves the insertion point there.
+    // Appends at the end, and leaves the insertion point there unless it holds a selection.
     void appendReceived(const QString& text);
 
 private:

@@ -1,8 +1,9 @@
 #include "Window1.h"
 
 #include <QCloseEvent>
-#include <QLabel>
+#include <QHBoxLayout>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -14,10 +15,24 @@
 #include "Naming.h"
 #include "Placement.h"
 #include "Services.h"
+#include "ValueLabel.h"
 
 namespace {
 
 constexpr QSize DesignSize(615, 540);
+
+// A page that is larger than the window, because of a large font or a small screen, scrolls.
+QScrollArea* inReach(QWidget* page) {
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(page);
+    // The page looks as it would without the area.
+    page->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
+    return area;
+}
 
 }  // namespace
 
@@ -28,115 +43,35 @@ Window1::Window1(Platform& platform, Macros& macros)
       TabPanel1(named(new QTabWidget, QStringLiteral("TabPanel1"), tr("Tabs"))),
       m_portTab(new PortTab),
       m_firmwareTab(new FirmwareTab),
-      m_operateTab(new OperateTab),
+      m_operateTab(new OperateTab(platform.clock)),
       m_configurationTab(new ConfigurationTab),
-      m_commandTesterTab(new CommandTesterTab(platform.clock, platform.Serial1, macros)) {
+      m_commandTesterTab(new CommandTesterTab(platform.clock, platform.Serial1, macros)),
+      DisplayStatus(
+          named(new ValueLabel(tr("Status"), QStringLiteral("Ready")), QStringLiteral("DisplayStatus"))),
+      m_linkState(new LinkButton),
+      m_pages(std::to_array<Page>({
+          {QStringLiteral("&Port"), m_portTab, &Window1::enterPort},
+          {QStringLiteral("Fir&mware"), m_firmwareTab, &Window1::enterFirmware},
+          {QStringLiteral("&Operate"), m_operateTab, &Window1::enterOperate},
+          {QStringLiteral("&Configuration"), m_configurationTab, &Window1::enterConfiguration},
+          {QStringLiteral("Command &Tester"), m_commandTesterTab, &Window1::enterCommandTester},
+      })) {
     setObjectName(QStringLiteral("Window1"));
     setMinimumSize(DesignSize);
-    TabPanel1->addTab(m_portTab, QStringLiteral("Port"));
-    TabPanel1->addTab(m_firmwareTab, QStringLiteral("Firmware"));
-    TabPanel1->addTab(m_operateTab, QStringLiteral("Operate"));
-    TabPanel1->addTab(m_configurationTab, QStringLiteral("Configuration"));
-    TabPanel1->addTab(m_commandTesterTab, QStringLiteral("Command Tester"));
+    for (const Page& page : m_pages)
+        TabPanel1->addTab(inReach(page.widget), page.caption);
 
     auto* content = new QWidget;
     auto* rows = new QVBoxLayout(content);
     rows->addWidget(TabPanel1, 1);
-    rows->addWidget(
-        named(new QLabel(QStringLiteral("Ready")), QStringLiteral("DisplayStatus"), tr("Status")));
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(DisplayStatus, 1);
+    bottom->addWidget(m_linkState);
+    rows->addLayout(bottom);
     setCentralWidget(content);
 }
 
 Window1::~Window1() = default;
-
-void Window1::attach(const Services& services) {
-    m_services = &services;
-    connect(TabPanel1, &QTabWidget::currentChanged, this, &Window1::TabPanel1_Change);
-    connectPortTab();
-    connectFirmwareTab();
-    connectOperateTab();
-    connectConfigurationTab();
-    connectMenu();
-    connect(m_commandTesterTab, &CommandTesterTab::EditMacrosButton_Action, this,
-            &Window1::EditMacrosButton_Action);
-    connect(m_commandTesterTab, &CommandTesterTab::bytesWait, this, &Window1::Serial1_DataAvailable);
-    Serial1.DataAvailable = [this] { Serial1_DataAvailable(); };
-    Serial1.Lost = [&services](const QString& reason) {
-        services.flows.start(services.ports.Serial1_Lost(reason));
-    };
-    services.line.Changed = [this](bool isTaken) { lockTabs(isTaken); };
-}
-
-void Window1::detach() {
-    Serial1.DataAvailable = {};
-    Serial1.Lost = {};
-    m_services->line.Changed = {};
-    m_services->globals.StatusField = {};
-}
-
-void Window1::connectPortTab() {
-    const Services& s = *m_services;
-    connect(m_portTab, &PortTab::SerialPortMenu_Change, this,
-            [&s](int index) { s.flows.start(s.ports.SerialPortMenu_Change(index)); });
-    connect(m_portTab, &PortTab::serialPortMenuChosenAgain, this,
-            [&s](int index) { s.flows.start(s.ports.serialPortMenuChosenAgain(index)); });
-    connect(m_portTab, &PortTab::RefreshPortsButton_Action, this,
-            [&s] { s.flows.start(s.ports.RefreshPortsButton_Action()); });
-    connect(m_portTab, &PortTab::PortCheck_Action, this,
-            [&s](bool checked) { s.flows.start(s.ports.PortCheck_Action(checked)); });
-    connect(m_portTab, &PortTab::PortField_TextChange, this,
-            [&s](const QString& text) { s.ports.PortField_TextChange(text); });
-    connect(m_portTab, &PortTab::PortField_LostFocus, this,
-            [&s] { s.flows.start(s.ports.PortField_LostFocus()); });
-    connect(m_portTab, &PortTab::TestCommButtton_Action, this, [&s] {
-        s.flows.start(s.versions.TestCommButtton_Action([&s] { return s.firmwareFolder.CheckNewVersion(); }));
-    });
-}
-
-void Window1::connectFirmwareTab() {
-    const Services& s = *m_services;
-    connect(m_firmwareTab, &FirmwareTab::DefaultButton_Action, this,
-            [this, &s] { startAlone([&s] { return s.firmwareFolder.DefaultButton_Action(); }); });
-    connect(m_firmwareTab, &FirmwareTab::BrowseButton_Action, this,
-            [this, &s] { startAlone([&s] { return s.firmwareFolder.BrowseButton_Action(); }); });
-    connect(m_firmwareTab, &FirmwareTab::GetRevButton_Action, this,
-            [this, &s] { startAlone([&s] { return s.firmwareFolder.GetRevButton_Action(); }); });
-    connect(m_firmwareTab, &FirmwareTab::SendVLXButton_Action, this,
-            [this, &s] { startAlone([&s] { return s.sendFirmware.SendVLXButton_Action(); }); });
-    s.globals.StatusField = [this](const QString& line) { m_firmwareTab->statusField().appendText(line); };
-}
-
-void Window1::connectOperateTab() {
-    const Services& s = *m_services;
-    connect(m_operateTab, &OperateTab::OperStby_Action, this, [&s] { s.controls.OperStby_Action(); });
-    connect(m_operateTab, &OperateTab::ClearCurrentFault_Action, this,
-            [&s] { s.controls.ClearCurrentFault_Action(); });
-    connect(m_operateTab, &OperateTab::BandSelected_Action, this,
-            [&s](int band) { s.controls.BandSelected_Action(band); });
-    connect(m_operateTab, &OperateTab::OnOff_Action, this, [&s] {
-        // Not while the tab is still being entered: the caption is not settled until then.
-        if (!s.line.isTaken() && !s.window.mStartup)
-            s.flows.start(s.controls.OnOff_Action());
-    });
-}
-
-void Window1::connectConfigurationTab() {
-    const Services& s = *m_services;
-    connect(m_configurationTab, &ConfigurationTab::SaveConfig_Action, this,
-            [&s] { s.flows.start(s.memoryTools.SaveConfig_Action()); });
-    connect(m_configurationTab, &ConfigurationTab::RestoreConfig_Action, this,
-            [&s] { s.flows.start(s.memoryTools.RestoreConfig_Action()); });
-    connect(m_configurationTab, &ConfigurationTab::DisplayFaultTable_Action, this,
-            [&s] { s.flows.start(s.memoryTools.DisplayFaultTable_Action()); });
-    connect(m_configurationTab, &ConfigurationTab::EditBannerButton_Action, this,
-            [&s] { s.flows.start(s.memoryTools.EditBannerButton_Action()); });
-}
-
-void Window1::connectMenu() {
-    connect(m_menu.FileQuit, &QAction::triggered, this, &Window1::_FileExit_Action);
-    connect(m_menu.ViewTraceMenu, &QAction::triggered, this, &Window1::_ViewTraceMenu_Action);
-    connect(m_menu.HelpAboutVLXUtil, &QAction::triggered, this, &Window1::_HelpAboutVLXUtil_Action);
-}
 
 void Window1::startAlone(std::function<Task<>()> flow) {
     if (!m_services->line.isTaken())
@@ -152,20 +87,17 @@ void Window1::setTab(int tab) {
     TabPanel1->setCurrentIndex(tab);
 }
 
-void Window1::lockTabs(bool locked) {
+void Window1::lock(bool isLocked) {
     // A disabled control loses the focus: it comes back where the user left it.
-    if (locked)
+    if (isLocked)
         m_focusedBeforeLock = focusWidget();
     for (int tab = 0; tab < TabPanel1->count(); ++tab)
-        TabPanel1->setTabEnabled(tab, !locked || tab == TabPanel1->currentIndex());
-    m_portTab->setEnabled(!locked);
-    m_firmwareTab->setEnabled(!locked);
-    if (!locked && m_focusedBeforeLock)
+        TabPanel1->setTabEnabled(tab, !isLocked || tab == TabPanel1->currentIndex());
+    m_portTab->setEnabled(!isLocked);
+    m_firmwareTab->lock(isLocked);
+    m_configurationTab->setEnabled(!isLocked);
+    if (!isLocked && m_focusedBeforeLock)
         m_focusedBeforeLock->setFocus();
-}
-
-void Window1::setTabPanelEnabled(bool enabled) {
-    TabPanel1->setEnabled(enabled);
 }
 
 void Window1::setEditBannerButtonEnabled(bool enabled) {
@@ -173,28 +105,44 @@ void Window1::setEditBannerButtonEnabled(bool enabled) {
 }
 
 void Window1::TabPanel1_Change(int tab) {
-    const Services& s = *m_services;
-    s.globals.m_TabPanel = tab;
-    const bool isMain = s.globals.isMain();
-    const bool answers = !s.globals.isUnknown();
-    s.monitor.stopPoll();
-    switch (static_cast<Tab>(tab)) {
-        case Tab::CommandTester:
-            m_commandTesterTab->enterTab(answers);
-            break;
-        case Tab::Configuration:
-            m_configurationTab->enableTools(isMain);
-            break;
-        case Tab::Operate:
-            s.monitor.enterOperateTab();
-            break;
-        case Tab::Firmware:
-            m_firmwareTab->setSendVLXButtonEnabled(answers);
-            m_firmwareTab->statusField().setFocus();
-            break;
-        case Tab::Port:
-            break;
-    }
+    m_services->globals.m_TabPanel = tab;
+    m_services->monitor.stopPoll();
+    if (Serial1.isOpen())
+        m_services->globals.showStatus(QString());
+    (this->*m_pages.at(static_cast<std::size_t>(tab)).enter)();
+}
+
+void Window1::enterFirmware() {
+    m_firmwareTab->setSendVLXButtonEnabled(!m_services->globals.isUnknown());
+    m_firmwareTab->statusField().setFocus();
+}
+
+// Wherever the toolkit has put the focus on the new page: a key pressed by habit must not press a button
+// there.
+void Window1::moveFocusToPage(QWidget& page) {
+    const QWidget* const focused = focusWidget();
+    const QWidget* const area = TabPanel1->currentWidget();
+    if (focused && (focused == area || area->isAncestorOf(focused)))
+        page.setFocus();
+}
+
+void Window1::enterPort() {
+    moveFocusToPage(*m_portTab);
+}
+
+void Window1::enterOperate() {
+    moveFocusToPage(*m_operateTab);
+    m_services->monitor.enterOperateTab();
+}
+
+void Window1::enterConfiguration() {
+    moveFocusToPage(*m_configurationTab);
+    m_configurationTab->enableTools(m_services->globals.isMain());
+}
+
+void Window1::enterCommandTester() {
+    moveFocusToPage(*m_commandTesterTab);
+    m_commandTesterTab->enterTab(!m_services->globals.isUnknown());
 }
 
 void Window1::Serial1_DataAvailable() {
@@ -218,7 +166,7 @@ void Window1::LeaveHiddenCommandMode() {
 }
 
 CommandMacroWin* Window1::openMacroEditor() {
-    auto* editor = new CommandMacroWin(m_macros, this);
+    auto* editor = new CommandMacroWin(m_services->platform.dialogs, m_macros, this);
     editor->setAttribute(Qt::WA_DeleteOnClose);
     connect(editor, &CommandMacroWin::saved, m_commandTesterTab, &CommandTesterTab::showMacroCaptions);
     return editor;

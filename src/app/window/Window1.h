@@ -1,6 +1,7 @@
 // The main window: the five tabs, the menu bar, and the handlers that tie them to the program.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <memory>
 
@@ -8,20 +9,22 @@
 #include <QPointer>
 
 #include "CommandTesterTab.h"
+#include "ConfigurationPanel.h"
 #include "FirmwareTab.h"
 #include "Globals.h"
+#include "LinkButton.h"
 #include "MainMenu.h"
 #include "OperateTab.h"
 #include "Platform.h"
 #include "PortTab.h"
-#include "TabPanelLock.h"
 
 class ConfigurationTab;
 class CommandMacroWin;
 class QTabWidget;
+class ValueLabel;
 struct Services;
 
-class Window1 final : public QMainWindow, public TabPanelLock {
+class Window1 final : public QMainWindow, public ConfigurationPanel {
     Q_OBJECT
 
 public:
@@ -39,12 +42,14 @@ public:
     ConfigurationTab& configurationTab() { return *m_configurationTab; }
     CommandTesterTab& commandTesterTab() { return *m_commandTesterTab; }
     MainMenu& menu() { return m_menu; }
+    LinkButton& linkButton() { return *m_linkState; }
 
     // A number that names no tab chooses none.
     void setTab(int tab);
-    // Locks all tabs but the present one and the controls that start a flow, or gives them back.
-    void lockTabs(bool locked);
-    void setTabPanelEnabled(bool enabled) override;
+    int tabCount() const { return static_cast<int>(m_pages.size()); }
+    // While a flow owns the line: the other tabs, and what would start another flow. What only shows
+    // something stays in reach, the log above all.
+    void lock(bool isLocked);
     void setEditBannerButtonEnabled(bool enabled) override;
 
     void TabPanel1_Change(int tab);
@@ -63,6 +68,19 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // A tab: its caption, its page, and what entering it does.
+    struct Page {
+        QString caption;
+        QWidget* widget;
+        void (Window1::*enter)();
+    };
+
+    void enterPort();
+    void enterFirmware();
+    void enterOperate();
+    void enterConfiguration();
+    void enterCommandTester();
+    void moveFocusToPage(QWidget& page);
     void connectPortTab();
     void connectFirmwareTab();
     void connectOperateTab();
@@ -88,5 +106,8 @@ private:
     OperateTab* m_operateTab;
     ConfigurationTab* m_configurationTab;
     CommandTesterTab* m_commandTesterTab;
+    ValueLabel* DisplayStatus;
+    LinkButton* m_linkState;
+    std::array<Page, 5> m_pages;  // by the value of Tab
     QPointer<QWidget> m_focusedBeforeLock;
 };

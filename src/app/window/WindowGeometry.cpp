@@ -15,6 +15,15 @@ const QRect DesignGeometry(100, 60, 615, 540);
 constexpr int GripWidth = 60;
 constexpr int GripHeight = 30;
 
+// No screen reaches farther; what a damaged file says beyond overflows the toolkit's arithmetic.
+constexpr int FarthestCorner = 1 << 20;
+
+// The screen on which the window stands, or the primary one.
+const QScreen& screenAt(const QPoint& place) {
+    const QScreen* found = QGuiApplication::screenAt(place);
+    return found ? *found : *QGuiApplication::primaryScreen();
+}
+
 bool isInReach(const QRect& window) {
     const QRect grip(window.left(), window.top(), window.width(), GripHeight);
     const QList<QScreen*> screens = QGuiApplication::screens();
@@ -31,16 +40,26 @@ void restoreGeometry(QWidget& window, const REALEasyPrefs& prefs) {
     const int width = prefs.GetPrefNumber(QStringLiteral("winWIDTH"), DesignGeometry.width());
     const int top = prefs.GetPrefNumber(QStringLiteral("winTOP"), DesignGeometry.top());
     const int height = prefs.GetPrefNumber(QStringLiteral("winHEIGHT"), DesignGeometry.height());
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint corner(std::clamp(left, -FarthestCorner, FarthestCorner),
+                        std::clamp(top, -FarthestCorner, FarthestCorner));
+    const QRect screen = screenAt(corner + QPoint(GripWidth, GripHeight)).availableGeometry();
+    // The smallest window is one of the standard font; no screen is asked for more than it has.
+    window.setMinimumSize(window.minimumSize().boundedTo(screen.size()));
     const QSize size = QSize(width, height).boundedTo(screen.size()).expandedTo(window.minimumSize());
     window.resize(size);
-    const QRect wanted(QPoint(left, top), size);
-    window.move(isInReach(wanted) ? wanted.topLeft() : screen.topLeft());
+    window.move(isInReach(QRect(corner, size))
+                    ? corner
+                    : QGuiApplication::primaryScreen()->availableGeometry().topLeft());
 }
 
 void saveGeometry(const QWidget& window, REALEasyPrefs& prefs) {
-    prefs.SetPrefNumber(QStringLiteral("winLEFT"), window.x());
-    prefs.SetPrefNumber(QStringLiteral("winWIDTH"), window.width());
-    prefs.SetPrefNumber(QStringLiteral("winTOP"), window.y());
-    prefs.SetPrefNumber(QStringLiteral("winHEIGHT"), window.height());
+    // A maximised window comes back in the size that it would have otherwise.
+    const bool isNormal = !window.isMaximized() && !window.isFullScreen() && !window.isMinimized();
+    const QPoint frame = window.geometry().topLeft() - window.pos();
+    const QRect place =
+        isNormal ? QRect(window.pos(), window.size()) : window.normalGeometry().translated(-frame);
+    prefs.SetPrefNumber(QStringLiteral("winLEFT"), place.x());
+    prefs.SetPrefNumber(QStringLiteral("winWIDTH"), place.width());
+    prefs.SetPrefNumber(QStringLiteral("winTOP"), place.y());
+    prefs.SetPrefNumber(QStringLiteral("winHEIGHT"), place.height());
 }

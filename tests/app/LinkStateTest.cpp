@@ -1,0 +1,35 @@
+#include "AppBench.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+TEST(LinkStateTest, IsSeenAtAGlance) {
+    AppBench bench;
+    bench.start();
+    auto* state = bench.control<QPushButton>(QStringLiteral("LinkState"));
+    const auto shown = [&bench, state](std::chrono::milliseconds later) {
+        bench.clock().advance(later);
+        EXPECT_EQ(state->accessibleName(), QStringLiteral("Link: ") + state->text());
+        return state->text().toStdString();
+    };
+    const std::string version = bench.app().globals().m_strMcuVersion.toStdString();
+    EXPECT_EQ(shown(1s), "ttyUSB0, 38400 bit/s, " + version);
+
+    bench.chooseTab(Tab::Operate);
+    state->click();
+    EXPECT_EQ(bench.app().globals().m_TabPanel, static_cast<int>(Tab::Port));
+
+    bench.chooseTab(Tab::Operate);
+    bench.clock().advance(2s);
+    bench.amplifier().powerOff();
+    EXPECT_EQ(shown(6s).substr(0, 37), "ttyUSB0, 38400 bit/s, no answer for 5");
+    bench.amplifier().powerOn();
+    EXPECT_EQ(shown(3s), "ttyUSB0, 38400 bit/s, Loader");
+    bench.port().unplug();
+    EXPECT_EQ(shown(1s), "Disconnected");
+    bench.chooseTab(Tab::Port);
+    EXPECT_EQ(shown(1s), "Disconnected");
+}
+
+}  // namespace

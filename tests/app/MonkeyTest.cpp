@@ -1,0 +1,194 @@
+// Nobody in particular at the controls, and a line that does what it likes: whatever is pressed, typed or
+// pulled out, the program neither fails nor leaves anything behind. VLX_MONKEY_SEEDS and VLX_MONKEY_STEPS
+// make it longer.
+#include <random>
+
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "AppBench.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+int fromEnvironment(const char* name, int otherwise) {
+    const int value = qEnvironmentVariableIntValue(name);
+    return value > 0 ? value : otherwise;
+}
+
+class Monkey {
+public:
+    explicit Monkey(unsigned seed) : m_random(seed) {}
+
+    void run(int steps) {
+        m_bench.start();
+        for (int step = 0; step < steps; ++step) {
+            act();
+            m_bench.clock().advance(std::chrono::milliseconds(below(200)));
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            if (!m_bench.window().isVisible())
+                startAnew();
+        }
+        settle();
+    }
+
+private:
+    int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    template <typename T>
+    T* anyOf(const QList<T*>& list) {
+        return list.isEmpty() ? nullptr : list[below(static_cast<int>(list.size()))];
+    }
+
+    void act() {
+        if (QWidget* popup = QApplication::activePopupWidget())
+            return chooseFrom(*popup);
+        QWidget* front = QApplication::activeModalWidget();
+        if (!front)
+            front = &m_bench.window();
+        switch (below(10)) {
+            case 0:
+                return disturbTheLine();
+            case 1:
+                return prepareAnswers();
+            case 2:
+                return m_bench.chooseTab(static_cast<Tab>(below(5)));
+            case 3:
+                return chooseMenu();
+            case 4:
+            case 5:
+                return pressKey(*front);
+            case 6:
+                return chooseInList(*front);
+            default:
+                return click(*front);
+        }
+    }
+
+    void click(QWidget& front) {
+        QList<QAbstractButton*> buttons = front.findChildren<QAbstractButton*>();
+        buttons.removeIf(
+            [](const QAbstractButton* button) { return !button->isVisible() || !button->isEnabled(); });
+        QAbstractButton* button = anyOf(buttons);
+        if (button && below(4) > 0)
+            QTest::mouseClick(button, Qt::LeftButton);
+        else if (button)
+            QTest::mouseDClick(button, Qt::LeftButton);
+    }
+
+    void pressKey(QWidget& front) {
+        static constexpr std::array Keys{Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab,
+                                         Qt::Key_Up,    Qt::Key_Down,   Qt::Key_A,      Qt::Key_X,
+                                         Qt::Key_C,     Qt::Key_V};
+        static constexpr std::array Modifiers{Qt::NoModifier, Qt::NoModifier, Qt::ControlModifier,
+                                              Qt::ShiftModifier, Qt::AltModifier};
+        QWidget* focused = front.focusWidget() ? front.focusWidget() : &front;
+        if (below(2) == 0)
+            typeKey(*focused, QString(QChar(static_cast<char16_t>(below(0x180)))), 0);
+        else
+            QTest::keyClick(focused, Keys[static_cast<std::size_t>(below(Keys.size()))],
+                            Modifiers[static_cast<std::size_t>(below(Modifiers.size()))]);
+    }
+
+    void chooseInList(QWidget& front) {
+        QList<QComboBox*> lists = front.findChildren<QComboBox*>();
+        lists.removeIf([](const QComboBox* list) { return !list->isVisible() || !list->isEnabled(); });
+        QComboBox* list = anyOf(lists);
+        if (!list || list->count() == 0)
+            return;
+        const int row = below(list->count());
+        list->setCurrentIndex(row);
+        Q_EMIT list->activated(row);
+    }
+
+    void chooseMenu() {
+        QList<QAction*> items = m_bench.window().findChildren<QAction*>();
+        items.removeIf(
+            [](const QAction* item) { return item->objectName().isEmpty() || !item->isEnabled(); });
+        if (QAction* item = anyOf(items); item && !QApplication::activeModalWidget())
+            item->trigger();
+    }
+
+    void chooseFrom(QWidget& popup) {
+        QAction* item = below(2) == 0 ? anyOf(popup.actions()) : nullptr;
+        if (item && item->isEnabled())
+            item->trigger();
+        popup.close();
+    }
+
+    void prepareAnswers() {
+        const QString saved = m_bench.dataFolder() + QStringLiteral("/saved.VLXConfig");
+        m_bench.dialogs().files = {below(3) == 0 ? QString() : saved};
+        m_bench.dialogs().cautionAnswers = {below(2) == 0};
+    }
+
+    void disturbTheLine() {
+        Vlx720& amplifier = m_bench.amplifier();
+        switch (below(8)) {
+            case 0:
+                return m_bench.port().unplug();
+            case 1:
+            case 2:
+                return m_bench.port().replug();
+            case 3:
+                return amplifier.powerOff();
+            case 4:
+                return amplifier.powerOn();
+            case 5:
+                return amplifier.pressPowerButton();
+            case 6:
+                if (amplifier.state() == Vlx720::State::Main)
+                    amplifier.raiseFault(1 + below(15));
+                return;
+            default:
+                return makeNoise();
+        }
+    }
+
+    void makeNoise() {
+        static const QList<QByteArray> Answers{"^BN", "^BN99;", "^FL99;", "^OS9;", ";;;", "VLX720", "^VI;"};
+        QByteArray noise = Answers[below(static_cast<int>(Answers.size()))];
+        for (int byte = below(40); byte > 0; --byte)
+            noise += static_cast<char>(below(256));
+        m_bench.amplifier().emitNoise(noise);
+    }
+
+    void startAnew() {
+        settle();
+        m_bench.quit();
+        m_bench.start();
+    }
+
+    // Windows that wait for the user are closed, and work that must end has its time.
+    void settle() {
+        m_bench.port().replug();
+        for (int attempt = 0; attempt < 200; ++attempt) {
+            if (QWidget* front = QApplication::activeModalWidget())
+                front->close();
+            m_bench.dialogs().cautionAnswers = {false};
+            m_bench.clock().advance(5s);
+            if (!QApplication::activeModalWidget())
+                return;
+        }
+        ADD_FAILURE() << "a window could not be closed";
+    }
+
+    std::mt19937 m_random;
+    AppBench m_bench;
+};
+
+TEST(MonkeyTest, NothingThatIsPressedTypedOrPulledOutBreaksTheProgram) {
+    const int seeds = fromEnvironment("VLX_MONKEY_SEEDS", 2);
+    const int steps = fromEnvironment("VLX_MONKEY_STEPS", 300);
+    for (int seed = 1; seed <= seeds; ++seed) {
+        SCOPED_TRACE(seed);
+        Monkey(static_cast<unsigned>(seed)).run(steps);
+    }
+}
+
+}  // namespace
