@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 
+#include "SerialPort.h"
 #include "Transcript.h"
 #include "Vlx720.h"
 #include "Wire.h"

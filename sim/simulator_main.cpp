@@ -15,6 +15,7 @@
 
 #include "Console.h"
 #include "PtySimulator.h"
+#include "SerialPort.h"
 #include "SystemClock.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "FtpServer.h"
 #include "Naming.h"
 #include "SimulatedPort.h"
 
@@ -24,6 +25,19 @@ constexpr std::array<Fault, 6> Faults{{
     {9, "High SWR"},
     {12, "Excessive power output"},
     {13, "60 V supply failure"},
+}};
+
+struct ServerBehaviour {
+    FtpServer::Behaviour behaviour;
+    const char* name;
+};
+
+constexpr std::array<ServerBehaviour, 5> ServerBehaviours{{
+    {FtpServer::Behaviour::Works, "works"},
+    {FtpServer::Behaviour::Refuses, "refuses the logon"},
+    {FtpServer::Behaviour::Stalls, "does not answer"},
+    {FtpServer::Behaviour::CutsTransfers, "cuts transfers"},
+    {FtpServer::Behaviour::DamagesImages, "sends damaged images"},
 }};
 
 constexpr std::array<int, 4> Speeds{38400, 19200, 9600, 4800};
@@ -44,14 +58,15 @@ QString stateName(Vlx720::State state) {
 
 }  // namespace
 
-SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port)
+SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port, FtpServer* server)
     : m_amplifier(amplifier),
       m_port(port),
       m_state(named(new QLabel, QStringLiteral("simulatorState"), tr("State of the amplifier"))),
       m_power(named(new QPushButton, QStringLiteral("mainsPower"), tr("Mains power"))),
       m_cable(named(new QPushButton, QStringLiteral("cable"), tr("Serial cable"))),
       m_speed(named(new QComboBox, QStringLiteral("speed"), tr("RS-232 speed"))),
-      m_fault(named(new QComboBox, QStringLiteral("fault"), tr("Fault"))) {
+      m_fault(named(new QComboBox, QStringLiteral("fault"), tr("Fault"))),
+      m_server(serverBehaviours(server)) {
     setWindowTitle(QStringLiteral("Simulated VLX720"));
     setAttribute(Qt::WA_QuitOnClose, false);
     for (const int speed : Speeds)
@@ -62,7 +77,9 @@ SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port)
     auto* button = named(new QPushButton(tr("Press")), QStringLiteral("powerButton"), tr("Power button"));
     auto* raise = named(new QPushButton(tr("Raise")), QStringLiteral("raiseFault"), tr("Raise the fault"));
 
+    auto* hint = new QLabel(tr("Pull the cable, cut the power in the middle of a load, raise a fault."));
     auto* rows = new QFormLayout(this);
+    rows->addRow(hint);
     rows->addRow(tr("Amplifier:"), m_state);
     rows->addRow(tr("Mains:"), m_power);
     rows->addRow(tr("Power button:"), button);
@@ -70,6 +87,7 @@ SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port)
     rows->addRow(tr("Speed:"), m_speed);
     rows->addRow(tr("Fault:"), m_fault);
     rows->addRow(QString(), raise);
+    rows->addRow(tr("Firmware server:"), m_server);
 
     connect(m_power, &QPushButton::clicked, this, &SimulatorWindow::togglePower);
     connect(m_cable, &QPushButton::clicked, this, &SimulatorWindow::toggleCable);
@@ -79,6 +97,17 @@ SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port)
             [this] { m_amplifier.setSpeed(m_speed->currentData().toInt()); });
     m_amplifier.Changed = [this] { showState(); };
     showState();
+}
+
+QComboBox* SimulatorWindow::serverBehaviours(FtpServer* server) {
+    auto* choice = named(new QComboBox, QStringLiteral("firmwareServer"), tr("Firmware server"));
+    choice->setEnabled(server);
+    for (const ServerBehaviour& entry : ServerBehaviours)
+        choice->addItem(QString::fromLatin1(entry.name), static_cast<int>(entry.behaviour));
+    connect(choice, &QComboBox::currentIndexChanged, this, [choice, server] {
+        server->behaviour = static_cast<FtpServer::Behaviour>(choice->currentData().toInt());
+    });
+    return choice;
 }
 
 void SimulatorWindow::showState() {

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+class FtpServer;
 class QComboBox;
 class QLabel;
 class QPushButton;
@@ -13,11 +14,13 @@ class SimulatorWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    SimulatorWindow(Vlx720& amplifier, SimulatedPort& port);
+    // `server` may be null: then there is nothing to choose for it.
+    SimulatorWindow(Vlx720& amplifier, SimulatedPort& port, FtpServer* server);
 
 private:
     void showState();
     void raiseFault();
+    QComboBox* serverBehaviours(FtpServer* server);
     void togglePower();
     void toggleCable();
 
@@ -28,5 +31,6 @@ private:
     QPushButton* m_cable;
     QComboBox* m_speed;
     QComboBox* m_fault;
+    QComboBox* m_server;
     bool m_isPlugged = true;
 };

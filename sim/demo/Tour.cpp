@@ -1,5 +1,6 @@
 #include "Tour.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QKeyEvent>
@@ -17,8 +18,10 @@ Task<bool> Tour::run() {
     co_await showTab(Tab::Port, QStringLiteral("port"));
     co_await showTab(Tab::Firmware, QStringLiteral("firmware"));
     co_await operate();
+    co_await watchTrends();
     co_await showTab(Tab::Configuration, QStringLiteral("configuration"));
     co_await typeCommand();
+    co_await copyFirmware();
     co_await loadFirmware();
     co_return m_isComplete;
 }
@@ -46,6 +49,19 @@ Task<> Tour::operate() {
     co_await m_clock.sleep(500ms);
 }
 
+Task<> Tour::watchTrends() {
+    m_app.mainWindow().findChild<QAction*>(QStringLiteral("ViewTrends"))->trigger();
+    co_await m_clock.sleep(25s);
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() != u"TrendsWindow")
+            continue;
+        for (int step = 0; step < 6; ++step)
+            window->findChild<QPushButton*>(QStringLiteral("ZoomInTrends"))->click();
+        takePicture(window, QStringLiteral("trends"));
+        window->close();
+    }
+}
+
 Task<> Tour::typeCommand() {
     m_app.mainWindow().setTab(static_cast<int>(Tab::CommandTester));
     auto* field = m_app.mainWindow().findChild<QLineEdit*>(QStringLiteral("TesterField"));
@@ -56,6 +72,24 @@ Task<> Tour::typeCommand() {
     }
     co_await m_clock.sleep(300ms);
     takePicture(&m_app.mainWindow(), QStringLiteral("tester"));
+}
+
+Task<> Tour::copyFirmware() {
+    m_app.mainWindow().setTab(static_cast<int>(Tab::Firmware));
+    co_await m_clock.sleep(200ms);
+    press(QStringLiteral("GetRevButton1"));
+    // The news of the newer image ends the run.
+    for (int look = 0; look < 200 && !QApplication::activeModalWidget(); ++look)
+        co_await m_clock.sleep(100ms);
+    co_await m_clock.sleep(300ms);
+    takePicture(&m_app.mainWindow(), QStringLiteral("copied"));
+    if (QWidget* notice = QApplication::activeModalWidget()) {
+        takePicture(notice, QStringLiteral("new-firmware"));
+        notice->close();
+    } else {
+        m_isComplete = false;
+    }
+    co_await m_clock.sleep(500ms);
 }
 
 Task<> Tour::loadFirmware() {

@@ -19,6 +19,8 @@ public:
 private:
     Task<> showTab(Tab tab, QString pictureName);
     Task<> operate();
+    Task<> watchTrends();
+    Task<> copyFirmware();
     Task<> loadFirmware();
     Task<> typeCommand();
     void press(const QString& buttonName);

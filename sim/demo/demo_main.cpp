@@ -5,35 +5,21 @@
 #include <optional>
 
 #include <QCommandLineParser>
-#include <QDir>
 #include <QFile>
 #include <QIcon>
-#include <QTemporaryDir>
+#include <QScreen>
 
 #include "App.h"
 #include "DefaultErrorHandler.h"
+#include "DemoLine.h"
+#include "DemoWorld.h"
 #include "GuardedApplication.h"
 #include "QtDialogs.h"
-#include "QtSerialPort.h"
-#include "SampleImage.h"
-#include "SimulatedPort.h"
 #include "SimulatorWindow.h"
 #include "SystemClock.h"
 #include "Tour.h"
-#include "Transcript.h"
 
 namespace {
-
-// The demo's own world: nothing of it reaches the user's files, and all of it goes at the end.
-SpecialFolders demoFolders(const QTemporaryDir& world) {
-    SpecialFolders folders{world.filePath(QStringLiteral("data")), world.filePath(QStringLiteral("config")),
-                           QDir::tempPath(), QCoreApplication::applicationDirPath()};
-    QDir().mkpath(folders.applicationData + QStringLiteral("/Tessarin/VLX Firmware"));
-    QFile image(folders.applicationData + QStringLiteral("/Tessarin/VLX Firmware/VLX720FP0124.hex"));
-    if (image.open(QIODevice::WriteOnly))
-        image.write(sampleImage("0124"));
-    return folders;
-}
 
 Task<> tourAndQuit(Tour& tour) {
     const bool isComplete = co_await tour.run();
@@ -42,10 +28,23 @@ Task<> tourAndQuit(Tour& tour) {
     QCoreApplication::exit(isComplete ? 0 : 1);
 }
 
+constexpr int WindowGap = 12;
+
+// Beside the main window, not under it, as far as the screen has room.
+Task<> showBeside(SimulatorWindow& simulator, Clock& clock, const QWidget& mainWindow) {
+    while (!mainWindow.isVisible())
+        co_await clock.sleep(std::chrono::milliseconds(50));
+    simulator.adjustSize();
+    const QRect screen = mainWindow.screen()->availableGeometry();
+    const int left =
+        std::min(mainWindow.frameGeometry().right() + WindowGap, screen.right() - simulator.width());
+    simulator.move(std::max(left, screen.left()), mainWindow.frameGeometry().top());
+    simulator.show();
+}
+
 struct Options {
     QString tourFolder;
-    QString realPort;
-    QString recordFile;
+    DemoLine::Options line;
 };
 
 // Ends the program when it asked for help or cannot be understood.
@@ -60,42 +59,16 @@ Options readCommandLine(const QApplication& application) {
          QStringLiteral("device")},
         {QStringLiteral("record"), QStringLiteral("Write a transcript of the line to <file>."),
          QStringLiteral("file")},
+        {QStringLiteral("replay"),
+         QStringLiteral("Play the line from a transcript or a report in place of the simulated amplifier."),
+         QStringLiteral("file")},
     });
     parser.process(application);
-    return {parser.value(QStringLiteral("tour")), parser.value(QStringLiteral("port")),
-            parser.value(QStringLiteral("record"))};
+    return {parser.value(QStringLiteral("tour")),
+            {.realPort = parser.value(QStringLiteral("port")),
+             .recordFile = parser.value(QStringLiteral("record")),
+             .replayFile = parser.value(QStringLiteral("replay"))}};
 }
-
-// The simulated line or a real one, with a record of it if that was asked for.
-class DemoLine {
-public:
-    DemoLine(Clock& clock, const Options& options)
-        : amplifier(clock), simulated(clock, amplifier), m_file(options.recordFile) {
-        if (!options.realPort.isEmpty()) {
-            m_real.emplace(clock);
-            ports.ports = {{options.realPort, options.realPort}};
-        }
-        if (!options.recordFile.isEmpty() && m_file.open(QIODevice::WriteOnly | QIODevice::Text))
-            m_recording.emplace(line(), clock, m_file);
-    }
-
-    bool isRecordFailed() const { return !m_file.fileName().isEmpty() && !m_file.isOpen(); }
-
-    SerialPort& line() {
-        if (m_recording)
-            return *m_recording;
-        return m_real ? static_cast<SerialPort&>(*m_real) : simulated;
-    }
-
-    Vlx720 amplifier;
-    SimulatedPort simulated;
-    SimulatedPortList ports{{{QStringLiteral("simulated VLX720"), QStringLiteral("simulated")}}};
-
-private:
-    QFile m_file;
-    std::optional<QtSerialPort> m_real;
-    std::optional<RecordingPort> m_recording;
-};
 
 }  // namespace
 
@@ -105,15 +78,15 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/vlxutility.png")));
     const Options options = readCommandLine(application);
 
-    const QTemporaryDir world;
+    DemoWorld world(options.line.realPort.isEmpty());
     SystemClock clock;
-    DemoLine line(clock, options);
-    if (line.isRecordFailed()) {
-        std::fputs("The transcript cannot be written.\n", stderr);
+    DemoLine line(clock, options.line);
+    if (!line.failure().isEmpty()) {
+        std::fputs(qPrintable(line.failure() + u'\n'), stderr);
         return 1;
     }
     QtDialogs dialogs(clock);
-    Platform platform{clock, line.line(), line.ports, dialogs, demoFolders(world)};
+    Platform platform{clock, line.line(), line.ports, dialogs, world.folders()};
 
     Globals* log = nullptr;
     DefaultErrorHandler errors(dialogs, [&log](const QString& text) {
@@ -122,17 +95,17 @@ int main(int argc, char** argv) {
     });
     const auto onError = [&errors](const std::exception_ptr& error) { errors.handle(error); };
     application.setErrorHandler(onError);
-    App app(platform, onError, &QApplication::quit);
+    App app(platform, onError, &QApplication::quit, world.firmwareServer());
     log = &app.globals();
     dialogs.setMainWindow(&app.mainWindow());
-    SimulatorWindow simulator(line.amplifier, line.simulated);
+    SimulatorWindow simulator(line.amplifier, line.simulated, world.server());
     app.Event_Open();
 
     Tour tour(clock, app, line.amplifier, options.tourFolder);
     std::optional<Task<>> walking;
     if (!options.tourFolder.isEmpty())
         walking = tourAndQuit(tour);
-    else if (options.realPort.isEmpty())
-        simulator.show();
+    else if (line.isSimulated())
+        walking = showBeside(simulator, clock, app.mainWindow());
     return QApplication::exec();
 }

@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     session.DirList.emplace_back(QStringLiteral("/pub"), QString());
     session.DeleteDirectory = QStringLiteral("/pub");
     // Without a control connection nothing goes to the network.
-    session.DataSocket = new FTPDataSocket(session);
+    session.DataSocket = new FTPDataSocket(clock, session);
     const Start& start = Starts[data[0] % std::size(Starts)];
     session.FTPSessionType = QString::fromUtf16(start.type);
     session.NextFTPStep(QString::fromUtf16(start.step), QString(), QString());

@@ -13,7 +13,8 @@ namespace {
 class CountingDialogs final : public Dialogs {
 public:
     void Beep() override {}
-    Task<> MsgBox(QString) override {
+    using Dialogs::MsgBox;
+    Task<> MsgBox(QString, BoxKind) override {
         ++boxes;
         co_return;
     }
@@ -56,12 +57,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool isGood = verification.result();
     require(isGood == (messages == 0 && dialogs.boxes == 0));
     require(messages <= 2 && dialogs.boxes < IntelHexReader::LongestRecord);
-    require(reader.m_dwcbRead <= size);
+    require(reader.state().m_dwcbRead <= size);
 
     // The second pass sees what the first one saw.
     reader.OpenPass(file.fileName());
     bool isReading = true;
-    while (isReading && !reader.m_fIsEndOfFile && !reader.bs.isAtEnd()) {
+    while (isReading && !reader.state().m_fIsEndOfFile && !reader.isAtEnd()) {
         Task<bool> next = reader.ReadNext();
         require(clock.run(next));
         isReading = next.result();

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "Errors.h"
 #include "EventLoop.h"
 #include "SystemClock.h"
 
@@ -108,11 +109,12 @@ TEST_F(DialogsTest, TheCautionDialogAnswersByItsButtons) {
     EXPECT_TRUE(escaped.result());
 }
 
-TEST_F(DialogsTest, DialogsOfADestroyedWindowCountAsCancelled) {
-    const Task<> message = dialogs.MsgBox(QStringLiteral("Error opening serial port"));
+TEST_F(DialogsTest, ADialogThatGoesWithItsWindowCancelsItsFlow) {
+    Task<> message = dialogs.MsgBox(QStringLiteral("Error opening serial port"));
     shown<QMessageBox>("MsgBox");
     window.reset();
     EXPECT_TRUE(ends(message));
+    EXPECT_THROW(message.result(), FlowCancelled);
 
     window = std::make_unique<QWidget>();
     window->show();
@@ -121,16 +123,61 @@ TEST_F(DialogsTest, DialogsOfADestroyedWindowCountAsCancelled) {
     shown<QMessageBox>("MessageDialog");
     window.reset();
     ASSERT_TRUE(ends(question));
-    EXPECT_TRUE(question.result());
+    EXPECT_THROW(question.result(), FlowCancelled);
+}
 
-    window = std::make_unique<QWidget>();
-    window->show();
-    dialogs.setMainWindow(window.get());
-    Task<QString> folder = dialogs.selectFolder({});
-    shown<QFileDialog>("SelectFolderDialog");
-    window.reset();
-    ASSERT_TRUE(ends(folder));
-    EXPECT_EQ(folder.result(), QString());
+// The flow shows its second box in the very turn in which the first one was pressed: the first is still
+// there, hidden, and for some window managers still the active window.
+Task<> twoBoxes(QtDialogs& dialogs, int& read) {
+    co_await dialogs.MsgBox(QStringLiteral("first"));
+    ++read;
+    co_await dialogs.MsgBox(QStringLiteral("second"));
+    ++read;
+}
+
+TEST_F(DialogsTest, TheSecondOfTwoBoxesStaysUntilItIsRead) {
+    int read = 0;
+    const Task<> task = twoBoxes(dialogs, read);
+    shown<QMessageBox>("MsgBox")->button(QMessageBox::Ok)->click();
+    ASSERT_TRUE(turnUntil([&read] { return read == 1; }, std::chrono::seconds(5)));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    turnFor(std::chrono::milliseconds(20));
+    auto* second = shown<QMessageBox>("MsgBox");
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(second->text(), QStringLiteral("second"));
+    EXPECT_EQ(second->parentWidget(), window.get());
+    EXPECT_EQ(read, 1);
+    second->button(QMessageBox::Ok)->click();
+    EXPECT_TRUE(ends(task));
+    EXPECT_EQ(read, 2);
+}
+
+TEST_F(DialogsTest, ABoxIsNoParentOfAnother) {
+    auto first = std::make_unique<Task<>>(dialogs.MsgBox(QStringLiteral("first")));
+    shown<QMessageBox>("MsgBox")->activateWindow();
+    turnFor(std::chrono::milliseconds(20));
+    const Task<bool> question = dialogs.askCaution(Question);
+    auto* box = shown<QMessageBox>("MessageDialog");
+    EXPECT_EQ(box->parentWidget(), window.get());
+    first.reset();  // its flow is cancelled, and its box goes
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(box->isVisible());
+    box->findChild<QAbstractButton*>(QStringLiteral("ActionButton"))->click();
+    EXPECT_TRUE(ends(question));
+}
+
+TEST_F(DialogsTest, BoxesAreTitledAndFailuresCarryASign) {
+    const Task<> failure = dialogs.MsgBox(QStringLiteral("failed"));
+    auto* box = shown<QMessageBox>("MsgBox");
+    EXPECT_EQ(box->windowTitle(), QStringLiteral("VLX Utility"));
+    EXPECT_EQ(box->icon(), QMessageBox::Warning);
+    box->button(QMessageBox::Ok)->click();
+    ASSERT_TRUE(ends(failure));
+    const Task<> notice = dialogs.MsgBox(QStringLiteral("done"), BoxKind::Notice);
+    box = shown<QMessageBox>("MsgBox");
+    EXPECT_EQ(box->icon(), QMessageBox::Information);
+    box->button(QMessageBox::Ok)->click();
+    ASSERT_TRUE(ends(notice));
 }
 
 TEST_F(DialogsTest, CancellingATaskClosesItsDialog) {

@@ -1,7 +1,8 @@
 #include <QBuffer>
 
+#include "RecordingPort.h"
+#include "ReplayPort.h"
 #include "SimBench.h"
-#include "Transcript.h"
 
 namespace {
 
@@ -57,7 +58,8 @@ protected:
         file.open(QIODevice::WriteOnly);
         Vlx720 amplifier(clock);
         SimulatedPort port(clock, amplifier);
-        RecordingPort recording(port, clock, file);
+        TranscriptWriter writer(clock, file);
+        RecordingPort recording(port, [&writer](const TranscriptEvent& event) { writer.write(event); });
         Session session(clock, recording);
         play(session);
         amplifier.emitNoise(QByteArray("\x00#\xFF", 3));

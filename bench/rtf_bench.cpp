@@ -1,0 +1,162 @@
+// Figures of the RTF reader, each beside what it must reach.
+#include <cstdio>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "LoopGap.h"
+#include "RtfEditField.h"
+#include "RtfNotes.h"
+#include "RtfParser.h"
+#include "SystemClock.h"
+
+namespace {
+
+constexpr qsizetype Megabyte = 1'000'000;
+constexpr double FasterThanUnrtf = 3;
+// What a byte of a document ten times as long may cost, over that of the short one.
+constexpr double Linear = 1.1;
+constexpr double LongestGap = 50;
+constexpr double FieldLimit = 1000;
+constexpr int Repetitions = 9;
+
+bool report(const char* what, double value, double limit, const char* unit) {
+    const bool isReached = value <= limit;
+    std::printf("%-66s %9.3f %s, at most %9.3f %s  %s\n", what, value, unit, limit, unit,
+                isReached ? "PASS" : "FAIL");
+    return isReached;
+}
+
+class CountingTarget final : public RtfTarget {
+public:
+    void SetState(const RtfState&) override { ++states; }
+    void Write(QByteArrayView text) override { bytes += text.size(); }
+    bool Preprocess() override { return true; }
+    bool Postprocess() override { return true; }
+
+    std::int64_t states = 0;
+    std::int64_t bytes = 0;
+};
+
+class NoDialogs final : public Dialogs {
+public:
+    void Beep() override {}
+    Task<> MsgBox(QString) override { co_return; }
+    Task<bool> askCaution(MessageRequest) override { co_return false; }
+    Task<QString> saveFile(SaveFileRequest) override { co_return QString(); }
+    Task<QString> openFile(OpenFileRequest) override { co_return QString(); }
+    Task<QString> selectFolder(SelectFolderRequest) override { co_return QString(); }
+};
+
+Task<> show(RtfParser& parser, RtfStream& stream, RtfEditField& field) {
+    co_await parser.Parse(stream, field);
+    co_await field.layOut();
+}
+
+struct Cost {
+    double milliseconds;
+    double longestGap;
+    double perByte;
+};
+
+// The best of several reads, in processor time: the machine may be busy with other things.
+Cost costOf(const QByteArray& document) {
+    const InstalledFonts installed{{QStringLiteral("Times"), QStringLiteral("Arial")}};
+    Cost best{1e9, 1e9, 0};
+    for (int i = 0; i < Repetitions; ++i) {
+        SystemClock clock;
+        RtfStream stream(document, clock);
+        RtfParser parser(clock, installed);
+        CountingTarget target;
+        const auto begin = computingTime();
+        const auto gap = longestGap([&] { return parser.Parse(stream, target); });
+        const auto time = computingTime() - begin;
+        if (target.states == 0 || !stream.isAtEnd())
+            return {1e9, 1e9, 1e9};
+        best.milliseconds = std::min(best.milliseconds, static_cast<double>(time.count()) / 1000);
+        best.longestGap = std::min(best.longestGap, static_cast<double>(gap.count()) / 1000);
+    }
+    best.perByte = best.milliseconds / static_cast<double>(document.size());
+    return best;
+}
+
+// Wall time of a whole run of the program; below 0 when it is not there.
+double unrtfMilliseconds(const QByteArray& document) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("notes.rtf")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size())
+        return -1;
+    file.close();
+    double best = 1e9;
+    for (int i = 0; i < Repetitions; ++i) {
+        QProcess unrtf;
+        unrtf.setStandardOutputFile(QProcess::nullDevice());
+        QElapsedTimer timer;
+        timer.start();
+        unrtf.start(QStringLiteral("unrtf"), {QStringLiteral("--text"), file.fileName()});
+        if (!unrtf.waitForFinished(-1) || unrtf.exitCode() != 0)
+            return -1;
+        best = std::min(best, static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    return best;
+}
+
+bool benchNotes() {
+    const Cost small = costOf(RtfNotes::ordinary(Megabyte));
+    const Cost large = costOf(RtfNotes::ordinary(10 * Megabyte));
+    const double unrtf = unrtfMilliseconds(RtfNotes::ordinary(Megabyte));
+    std::printf("unrtf --text on the same megabyte: %.1f ms\n", unrtf);
+    const bool isFast = report("1 MB of ordinary notes", small.milliseconds, unrtf / FasterThanUnrtf, "ms");
+    const bool isLinear =
+        report("a byte of 10 MB, over one of 1 MB", large.perByte / small.perByte, Linear, "   ");
+    const bool isAlive =
+        report("longest gap between two turns of the loop", large.longestGap, LongestGap, "ms");
+    return isFast && isLinear && isAlive;
+}
+
+// A byte of 100,000 elements against one of 10,000.
+bool benchHostile() {
+    bool isLinear = true;
+    for (const auto& [what, make] : RtfNotes::hostile()) {
+        const Cost small = costOf(make(10'000));
+        const Cost large = costOf(make(100'000));
+        isLinear &= report(what, large.perByte / small.perByte, Linear, "   ");
+        isLinear &= report("  longest gap", large.longestGap, LongestGap, "ms");
+    }
+    return isLinear;
+}
+
+// Into the field, until all of it is laid out.
+bool benchField() {
+    SystemClock clock;
+    NoDialogs dialogs;
+    QWidget window;
+    window.resize(765, 500);
+    RtfEditField field(clock, dialogs, &window);
+    field.setGeometry(13, 14, 739, 438);
+    window.show();
+    const InstalledFonts installed{{QStringLiteral("Times"), QStringLiteral("Helvetica")}};
+    RtfParser parser(clock, installed);
+    RtfStream stream(RtfNotes::ordinary(Megabyte), clock);
+    const auto begin = computingTime();
+    const auto gap = longestGap([&] { return show(parser, stream, field); });
+    const auto time = computingTime() - begin;
+    const bool isFast = report("1 MB of ordinary notes into the shown field, laid out",
+                               static_cast<double>(time.count()) / 1000, FieldLimit, "ms");
+    const bool isAlive = report("longest gap between two turns of the loop",
+                                static_cast<double>(gap.count()) / 1000, LongestGap, "ms");
+    return isFast && isAlive && field.document()->blockCount() > 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const bool isGood = benchNotes();
+    const bool isLinear = benchHostile();
+    const bool isShown = benchField();
+    return isGood && isLinear && isShown ? 0 : 1;
+}
