@@ -30,13 +30,22 @@ struct SelectFolderRequest {
     QString actionButtonCaption;
 };
 
+enum class MessageKind {
+    Caution,   // closing the dialog counts as its action button
+    Question,  // closing the dialog counts as its alternate button
+};
+
 // A caution dialog with two answers and no cancel button.
 struct MessageRequest {
     QString message;
     QString explanation;
     QString actionButton;
     QString alternateButton;
+    MessageKind kind = MessageKind::Caution;
 };
+
+// A failure carries a warning sign.
+enum class BoxKind { Failure, Notice };
 
 class Dialogs {
 public:
@@ -46,8 +55,9 @@ public:
     virtual ~Dialogs() = default;
 
     virtual void Beep() = 0;
-    // Ends when the user has closed the box.
-    virtual Task<> MsgBox(QString text) = 0;
+    // Ends when the user has closed the box. One that goes away unread cancels its flow, here and below.
+    virtual Task<> MsgBox(QString text, BoxKind kind) = 0;
+    Task<> MsgBox(QString text) { return MsgBox(std::move(text), BoxKind::Failure); }
     // True for the action button, false for the alternate one.
     virtual Task<bool> askCaution(MessageRequest request) = 0;
     // The chosen absolute path; empty when the user cancelled. The extension is appended if it is missing.

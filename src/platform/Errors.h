@@ -34,3 +34,6 @@ class PatternError : public ProgramError {
 public:
     using ProgramError::ProgramError;
 };
+
+// Not a failure: what the flow waited for has gone without an answer, and the flow ends quietly.
+class FlowCancelled : public std::exception {};

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Errors.h"
+
 Flows::~Flows() {
     cancelAll();
 }
@@ -25,6 +27,7 @@ bool Flows::isIdle() const {
 Task<> Flows::supervise(Task<> flow) {
     try {
         co_await flow;
+    } catch (const FlowCancelled&) {  // NOLINT(bugprone-empty-catch)
     } catch (...) {
         m_onError(std::current_exception());
     }

@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "Dialogs.h"
 #include "SerialPort.h"
+#include "SleepInhibitor.h"
 #include "SpecialFolders.h"
 
 struct Platform {
@@ -12,4 +13,6 @@ struct Platform {
     PortList& ports;
     Dialogs& dialogs;
     SpecialFolders folders;
+    // None: the system sleeps when it likes.
+    SleepInhibitor* sleep = nullptr;
 };

@@ -1,23 +1,6 @@
 #include "SerialPort.h"
 
 #include <algorithm>
-#include <array>
-
-namespace {
-
-struct Speed {
-    int code;
-    int bitsPerSecond;
-};
-
-constexpr std::array<Speed, 4> Speeds{{
-    {Baud::Code38400, 38400},
-    {Baud::Code19200, 19200},
-    {Baud::Code9600, 9600},
-    {Baud::Code4800, 4800},
-}};
-
-}  // namespace
 
 int Baud::bitsPerSecond(int code) {
     const auto* speed =

@@ -1,6 +1,7 @@
 // The one serial line: 8 data bits, no parity, 1 stop bit, no flow control, all 256 byte values pass.
 #pragma once
 
+#include <array>
 #include <functional>
 
 #include <QByteArray>
@@ -16,6 +17,19 @@ constexpr int Code19200 = 10;
 constexpr int Code9600 = 8;
 constexpr int Code4800 = 6;
 
+struct Speed {
+    int code;
+    int bitsPerSecond;
+};
+
+// All speeds of the amplifier, in the order in which they are tried.
+constexpr std::array<Speed, 4> Speeds{{
+    {Code38400, 38400},
+    {Code19200, 19200},
+    {Code9600, 9600},
+    {Code4800, 4800},
+}};
+
 // Bits per second of a speed code; 0 for a code that the program does not use.
 int bitsPerSecond(int code);
 // Speed code of a bit rate; 0 for a rate that the program does not use.
@@ -26,6 +40,8 @@ int codeOf(int bitsPerSecond);
 struct PortInfo {
     QString Name;
     QString path;
+    // Vendor, product and serial number of a USB adapter, "0403:6001:A50285BI"; empty for other ports.
+    QString identity = {};
 };
 
 class PortList {

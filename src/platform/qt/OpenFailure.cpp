@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <vector>
 
 namespace {
@@ -41,6 +43,18 @@ bool recordsHaveMember(uid_t user, gid_t group) {
     return false;
 }
 
+// What stands at the path when it is no device; empty for one, and where nothing stands.
+QString troubleOf(const char* path) {
+    struct stat status{};
+    if (::stat(path, &status) != 0)
+        return errno == ENOENT || errno == ENOTDIR || errno == EACCES
+                   ? QString()
+                   : QString::fromLocal8Bit(std::strerror(errno));
+    if (S_ISDIR(status.st_mode))
+        return QStringLiteral("it is a folder");
+    return S_ISCHR(status.st_mode) ? QString() : QStringLiteral("it is no device");
+}
+
 bool loginHasGroup(gid_t group) {
     std::vector<gid_t> groups(static_cast<std::size_t>(std::max(::getgroups(0, nullptr), 0)));
     const int count = ::getgroups(static_cast<int>(groups.size()), groups.data());
@@ -54,7 +68,8 @@ PortAccess examinePortAccess(const QString& path) {
     const QByteArray name = QFile::encodeName(path);
     PortAccess access;
     struct stat status{};
-    access.exists = ::stat(name.constData(), &status) == 0 || errno != ENOENT;
+    access.exists = ::stat(name.constData(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+    access.trouble = troubleOf(name.constData());
     access.isAllowed = ::faccessat(AT_FDCWD, name.constData(), R_OK | W_OK, AT_EACCESS) == 0;
     // Nobody should be advised to join the administrator's own group.
     access.groupMayUse = (status.st_mode & 0060) == 0060 && status.st_gid != 0;
@@ -94,6 +109,8 @@ QString denial(const QString& path, const PortAccess& access) {
 
 QString reason(const PortInfo& port, const PortAccess& access, QSerialPort::SerialPortError error,
                const QString& systemReason) {
+    if (!access.trouble.isEmpty())
+        return QStringLiteral("%1 is no serial port: %2.").arg(port.path, access.trouble);
     if (!access.exists || error == QSerialPort::DeviceNotFoundError)
         return QStringLiteral("missing. There is no %1; is the adapter plugged in?").arg(port.path);
     if (!access.isAllowed)

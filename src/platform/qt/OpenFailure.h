@@ -9,6 +9,7 @@
 // What the system tells of a device and of who asks for it.
 struct PortAccess {
     bool exists = true;
+    QString trouble;        // why it can be no port, whoever asks
     bool isAllowed = true;  // this process may read and write it
     // When not allowed:
     bool groupMayUse = false;  // an ordinary group may read and write it

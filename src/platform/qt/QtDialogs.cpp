@@ -10,6 +10,9 @@
 
 namespace {
 
+// The mark of the dialogs that are made here.
+constexpr const char* IsBox = "isBox";
+
 // Owns a dialog that its parent window may delete before. Never deletes it at once: it may be the dialog
 // whose signal is being handled.
 template <typename D>
@@ -27,7 +30,6 @@ public:
 
     D* operator->() const { return m_dialog; }
     D* get() const { return m_dialog; }
-    explicit operator bool() const { return !m_dialog.isNull(); }
 
 private:
     QPointer<D> m_dialog;
@@ -45,6 +47,7 @@ QFileDialog* makeFileDialog(QWidget* parent, const QString& name, const QString&
                             const QString& folder) {
     auto* dialog = new QFileDialog(parent, title);
     dialog->setObjectName(name);
+    dialog->setProperty(IsBox, true);
     // What is remembered may be a file: the dialog then begins beside it.
     const QFileInfo start(folder);
     if (start.isDir())
@@ -71,13 +74,13 @@ void QtDialogs::Beep() {
     QApplication::beep();
 }
 
-Task<> QtDialogs::MsgBox(QString text) {
-    const OwnedDialog<QMessageBox> box(makeBox(QStringLiteral("MsgBox"), QMessageBox::Information, text));
+Task<> QtDialogs::MsgBox(QString text, BoxKind kind) {
+    const QMessageBox::Icon icon = kind == BoxKind::Notice ? QMessageBox::Information : QMessageBox::Warning;
+    const OwnedDialog<QMessageBox> box(makeBox(QStringLiteral("MsgBox"), icon, text));
     box->addButton(QMessageBox::Ok);
     co_await DialogWait(m_clock, box.get());
 }
 
-// A dialog that has gone with its window counts as the action button, the one that changes nothing.
 Task<bool> QtDialogs::askCaution(MessageRequest request) {
     const Answer answer = co_await ask(std::move(request), Answer::Action);
     co_return answer == Answer::Action;
@@ -126,18 +129,23 @@ Task<QString> QtDialogs::selectFolder(SelectFolderRequest request) {
     co_return chosen;
 }
 
+// The window that the user is in. A box is nobody's parent: it goes when it is answered, and what belonged to
+// it with it; the toolkit may call it the active one for a while after that.
 QWidget* QtDialogs::parent() const {
-    if (QWidget* modal = QApplication::activeModalWidget())
-        return modal;
-    if (QWidget* active = QApplication::activeWindow())
-        return active;
+    for (QWidget* window : {QApplication::activeModalWidget(), QApplication::activeWindow()}) {
+        while (window && (window->property(IsBox).toBool() || !window->isVisible()))
+            window = window->parentWidget() ? window->parentWidget()->window() : nullptr;
+        if (window)
+            return window;
+    }
     return m_mainWindow && m_mainWindow->isVisible() ? m_mainWindow.data() : nullptr;
 }
 
 QMessageBox* QtDialogs::makeBox(const QString& name, QMessageBox::Icon icon, const QString& text) const {
     auto* box = new QMessageBox(parent());
     box->setObjectName(name);
-    box->setWindowTitle(QApplication::applicationDisplayName());
+    box->setProperty(IsBox, true);
+    box->setWindowTitle(QStringLiteral("VLX Utility"));
     box->setIcon(icon);
     // Names of files and answers of servers may look like markup.
     box->setTextFormat(Qt::PlainText);
@@ -159,8 +167,6 @@ Task<QtDialogs::Answer> QtDialogs::ask(MessageRequest request, Answer whenClosed
     }
     box->setEscapeButton(whenClosed == Answer::Alternate ? alternate : action);
     co_await DialogWait(m_clock, box.get());
-    if (!box)
-        co_return whenClosed;
     co_return box->clickedButton() == action ? Answer::Action : Answer::Alternate;
 }
 

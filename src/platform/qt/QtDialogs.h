@@ -9,7 +9,8 @@
 #include "Dialogs.h"
 
 // A dialog belongs to the window that the user is in, else to the main window. If that window is
-// destroyed, its dialog goes with it and counts as cancelled. Cancelling the task closes the dialog.
+// destroyed, its dialog goes with it, and the flow that waits for it is cancelled (FlowCancelled). Cancelling
+// the task closes the dialog.
 //
 // Object names: "MsgBox"; "MessageDialog" with "ActionButton" and "AlternateActionButton" (the caution
 // dialog and the question before a file is replaced); "SaveDialog", "OpenDialog", "SelectFolderDialog".
@@ -20,7 +21,8 @@ public:
     void setMainWindow(QWidget* window) { m_mainWindow = window; }
 
     void Beep() override;
-    Task<> MsgBox(QString text) override;
+    using Dialogs::MsgBox;
+    Task<> MsgBox(QString text, BoxKind kind) override;
     Task<bool> askCaution(MessageRequest request) override;
     // Asks before it gives the path of a file that exists.
     Task<QString> saveFile(SaveFileRequest request) override;

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSerialPortInfo>
 
 namespace {
@@ -16,6 +17,11 @@ bool isPhantom(const QString& portFolder) {
     return kind.open(QIODevice::ReadOnly) && kind.readAll().trimmed() == "0";
 }
 
+QString firstLine(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readLine()).trimmed() : QString();
+}
+
 bool naturallyBefore(const QString& a, const QString& b) {
     const auto parts = [](const QString& name) {
         qsizetype digits = name.size();
@@ -25,6 +31,17 @@ bool naturallyBefore(const QString& a, const QString& b) {
     };
     return parts(a) < parts(b);
 }
+
+#ifndef Q_OS_LINUX
+QString identityOf(const QSerialPortInfo& port) {
+    if (!port.hasVendorIdentifier())
+        return {};
+    return QStringLiteral("%1:%2:%3")
+        .arg(port.vendorIdentifier(), 4, 16, QLatin1Char('0'))
+        .arg(port.productIdentifier(), 4, 16, QLatin1Char('0'))
+        .arg(port.serialNumber());
+}
+#endif
 
 }  // namespace
 
@@ -41,18 +58,32 @@ QStringList portNamesIn(const QString& classFolder) {
     return names;
 }
 
+// The adapter is some folders above its port in the system's tree of devices.
+QString identityIn(const QString& portFolder) {
+    QDir device(QFileInfo(portFolder + QStringLiteral("/device")).canonicalFilePath());
+    while (!device.isRoot() && !device.exists(QStringLiteral("idVendor")) && device.cdUp()) {
+    }
+    const QString vendor = firstLine(device.filePath(QStringLiteral("idVendor")));
+    if (vendor.isEmpty())
+        return {};
+    return QStringList{vendor, firstLine(device.filePath(QStringLiteral("idProduct"))),
+                       firstLine(device.filePath(QStringLiteral("serial")))}
+        .join(u':');
+}
+
 int QtPortList::SerialPortCount() {
     m_ports.clear();
 #ifdef Q_OS_LINUX
     // The toolkit's own list opens every port of the board to see whether it is real, and opening one
     // raises its lines.
     for (const QString& name : portNamesIn(QStringLiteral("/sys/class/tty")))
-        m_ports += PortInfo{name, QStringLiteral("/dev/") + name};
+        m_ports += PortInfo{name, QStringLiteral("/dev/") + name,
+                            identityIn(QStringLiteral("/sys/class/tty/") + name)};
 #else
     for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
         // Mac OS X lists each port twice; the "tty" one is for calls that come in.
         if (!port.portName().startsWith(QStringLiteral("tty.")))
-            m_ports += PortInfo{port.portName(), port.systemLocation()};
+            m_ports += PortInfo{port.portName(), port.systemLocation(), identityOf(port)};
     }
 #endif
     return static_cast<int>(m_ports.size());

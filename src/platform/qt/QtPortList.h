@@ -20,3 +20,6 @@ private:
 // Names of the ports with hardware behind them, in natural order (ttyUSB2 before ttyUSB10), by the
 // system's folder of terminals, "/sys/class/tty" on Linux. No port is opened for it.
 QStringList portNamesIn(const QString& classFolder);
+
+// Vendor, product and serial number of the USB adapter behind a port's folder there; empty without one.
+QString identityIn(const QString& portFolder);

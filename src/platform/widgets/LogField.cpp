@@ -3,6 +3,19 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QRegularExpression>
+
+#include "Keys.h"
+
+namespace {
+
+// Of "14:05:07 " before a message; 0 when there is none.
+qsizetype lengthOfTime(const QString& line) {
+    static const QRegularExpression time(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d "));
+    return time.match(line).capturedLength();
+}
+
+}  // namespace
 
 LogField::LogField(SelectAll selectAll, QWidget* parent) : QTextEdit(parent), m_selectAll(selectAll) {
     setReadOnly(true);
@@ -29,24 +42,86 @@ void LogField::deleteSelection() {
 }
 
 void LogField::appendText(const QString& text) {
+    insertAtEnd(text);
+}
+
+void LogField::insertAtEnd(const QString& text, const QTextCharFormat& format) {
+    QTextCursor held = textCursor();
+    const int anchor = held.anchor();
+    const int position = held.position();
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
-    end.insertText(text);
+    end.insertText(text, format);
+    if (isSelecting()) {
+        // A selection that reached the end has grown with the text.
+        held.setPosition(anchor);
+        held.setPosition(position, QTextCursor::KeepAnchor);
+        setTextCursor(held);
+        return;
+    }
     setTextCursor(end);
     ensureCursorVisible();
 }
 
+void LogField::appendMessage(const QString& line) {
+    const qsizetype timeLength = lengthOfTime(line);
+    const QString message = line.mid(timeLength);
+    if (message != m_lastMessage) {
+        m_lastMessage = message;
+        m_times = 1;
+        m_shownCount.clear();
+        appendText(line);
+        return;
+    }
+    ++m_times;
+    replaceCount(line.left(timeLength) + QStringLiteral("... %1 times").arg(m_times));
+}
+
+// The last line but the empty one is the count of before, unless the user has cut it.
+void LogField::replaceCount(const QString& count) {
+    QTextCursor last(document());
+    last.movePosition(QTextCursor::End);
+    last.movePosition(QTextCursor::PreviousBlock);
+    last.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    if (!m_shownCount.isEmpty() && last.selectedText() == m_shownCount)
+        last.insertText(count);
+    else
+        appendText(count + u'\n');
+    m_shownCount = count;
+}
+
 void LogField::keyPressEvent(QKeyEvent* event) {
-    const bool isShortcut =
-        event->modifiers() == Qt::ControlModifier &&
-        (event->key() == Qt::Key_A || event->key() == Qt::Key_C || event->key() == Qt::Key_X);
-    if (!isShortcut) {
+    m_isShiftHeld = event->key() == Qt::Key_Shift || event->modifiers().testFlag(Qt::ShiftModifier);
+    const bool isOwn = event->key() == Qt::Key_A || event->key() == Qt::Key_C || event->key() == Qt::Key_X;
+    if (!isOwn || !isShortcut(*event)) {
         QTextEdit::keyPressEvent(event);
         return;
     }
     shortcutKey(event->key());
     // Not handled, for the windows around; the base class would select all in any case.
     event->ignore();
+}
+
+void LogField::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Shift)
+        m_isShiftHeld = false;
+    QTextEdit::keyReleaseEvent(event);
+}
+
+void LogField::mousePressEvent(QMouseEvent* event) {
+    m_isMouseHeld = event->button() == Qt::LeftButton;
+    QTextEdit::mousePressEvent(event);
+}
+
+void LogField::mouseReleaseEvent(QMouseEvent* event) {
+    m_isMouseHeld = false;
+    QTextEdit::mouseReleaseEvent(event);
+}
+
+void LogField::focusOutEvent(QFocusEvent* event) {
+    m_isMouseHeld = false;
+    m_isShiftHeld = false;
+    QTextEdit::focusOutEvent(event);
 }
 
 void LogField::shortcutKey(int key) {
@@ -70,6 +145,10 @@ void LogField::contextMenuEvent(QContextMenuEvent* event) {
     add(QStringLiteral("Copy"), &LogField::copySelection);
     add(QStringLiteral("Cut"), &LogField::cutSelection);
     add(QStringLiteral("Delete"), &LogField::deleteSelection);
+    if (m_offersSaving) {
+        menu->addSeparator();
+        menu->addAction(QStringLiteral("Save Log..."), this, &LogField::saveLogChosen);
+    }
     menu->popup(event->globalPos());
 }
 
