@@ -3,7 +3,7 @@
 add_library(vlx_options INTERFACE)
 target_compile_options(vlx_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
-  -Wnull-dereference -Wimplicit-fallthrough -Werror)
+  -Wnull-dereference -Wimplicit-fallthrough $<$<BOOL:${VLX_WERROR}>:-Werror>)
 target_compile_definitions(vlx_options INTERFACE
   QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS)
 
