@@ -21,13 +21,14 @@
 #include <QTimer>
 
 #include "App.h"
-#include "CommandSet.h"
 #include "FaultCodes.h"
 #include "LineRecord.h"
+#include "PolledValues.h"
 #include "ScriptedDialogs.h"
 #include "SimClock.h"
 #include "SimulatedPort.h"
 #include "SystemClock.h"
+#include "Text.h"
 
 using namespace std::chrono_literals;
 
@@ -131,16 +132,17 @@ int runPoll(bool tellMemory) {
     return QApplication::exec();
 }
 
-// The record of the line while the status is polled, in percent of one core: six commands and what answers
-// them, each second.
+// The record of the line while the status is polled, in percent of one core: eight commands, two more than
+// there are, and what answers them, each second.
 double recordPercent() {
     constexpr int Seconds = 20000;
     SimClock clock;
     LineRecord record(clock);
     const std::clock_t start = std::clock();
     for (int second = 0; second < Seconds; ++second) {
-        for (const QByteArray& command : Command::Poll) {
-            record.add({.kind = TranscriptEvent::Kind::Out, .bytes = command});
+        for (const PolledValue& value : PolledValues) {
+            record.add(
+                {.kind = TranscriptEvent::Kind::Out, .bytes = Text::toLine(value.token.toString() + u';')});
             record.add({.kind = TranscriptEvent::Kind::In, .bytes = "^WS0500 012;"});
         }
         clock.advance(1s);

@@ -1,6 +1,7 @@
 // Figures of the help viewer, each beside what it must reach. Manuals of the distribution serve as a book.
 #include <cstdio>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDirIterator>
 #include <QElapsedTimer>

@@ -43,7 +43,7 @@ public:
 class NoDialogs final : public Dialogs {
 public:
     void Beep() override {}
-    Task<> MsgBox(QString) override { co_return; }
+    Task<> MsgBox(QString, BoxKind) override { co_return; }
     Task<bool> askCaution(MessageRequest) override { co_return false; }
     Task<QString> saveFile(SaveFileRequest) override { co_return QString(); }
     Task<QString> openFile(OpenFileRequest) override { co_return QString(); }

@@ -24,6 +24,7 @@ class GoldenBench : public AmplifierBench,
                     public FaultTableView {
 public:
     explicit GoldenBench(const Vlx720::Settings& settings) : AmplifierBench(settings) {
+        window.mStartup = 0;  // the program runs
         globals.StatusField = nullptr;
         globals.ActivityLog = [this](const QString& text) { note("log", text.chopped(1)); };
         globals.m_Verbose = globals.m_loadingfirmware = true;
@@ -45,7 +46,7 @@ public:
         EXPECT_TRUE(clock.run(flow));
         return flow.result();
     }
-    // What the program does at its start, before any other flow.
+    // Before any other flow.
     bool sense() { return run(versions.CheckVLXVersion()); }
 
     void install(const QByteArray& image) {

@@ -175,6 +175,7 @@ TEST_F(WebEngineTest, NothingButTheBookIsLoaded) {
     ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
     int calls = 0;
     QObject::connect(&server, &QTcpServer::newConnection, [&calls] { ++calls; });
+    const QByteArray net = "http://127.0.0.1:" + QByteArray::number(server.serverPort());
     // Whoever opened the pipe to read would let a writer in.
     const QByteArray pipe = QFile::encodeName(files.outside(QStringLiteral("pipe.htm")));
     ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
