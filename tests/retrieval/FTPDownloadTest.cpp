@@ -101,7 +101,8 @@ TEST(FTPDownload, ChoosesAmongWhatTheServerNames) {
 
 // One run for each reply that fails, in each way in which it can.
 TEST(FTPDownload, EndsAtEachStepThatFailsAndRunsAgain) {
-    const QStringList before{OldImage + u'=' + QString::fromLatin1(GoodImage), NotesName + QStringLiteral("=old notes")};
+    const QStringList before{OldImage + u'=' + QString::fromLatin1(GoodImage),
+                             NotesName + QStringLiteral("=old notes")};
     int replies = 0;
     {
         FTPBench clean;

@@ -205,7 +205,8 @@ TEST(cURLdownload, CanBeGivenUpAndCancelledInBothCalls) {
             EXPECT_TRUE(bench.turnUntil([&] {
                 return bench.retrieval->cURLdownload1.MyShell.IsRunning() &&
                        bench.retrieval->cURLdownload1.gettingDIR == isListing &&
-                       (isListing || QFileInfo::exists(bench.local(QStringLiteral(".vlxcopying/") + NewImage)));
+                       (isListing ||
+                        QFileInfo::exists(bench.local(QStringLiteral(".vlxcopying/") + NewImage)));
             }));
             if (isGivenUp) {
                 bench.retrieval->giveUp();

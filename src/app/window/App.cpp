@@ -24,7 +24,8 @@ App::App(Platform& platform, Flows::ErrorHandler onError, std::function<void()> 
          const FirmwareServer& server)
     : m_lineRecord(platform.clock),
       m_recording(platform.Serial1, [this](const TranscriptEvent& event) { m_lineRecord.add(event); }),
-      m_platform{platform.clock, m_recording, platform.ports, platform.dialogs, platform.folders, platform.sleep},
+      m_platform{platform.clock,   m_recording,      platform.ports,
+                 platform.dialogs, platform.folders, platform.sleep},
       m_onError(onError),
       m_quit(std::move(quit)),
       m_globals(m_platform.clock),
