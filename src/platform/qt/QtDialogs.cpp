@@ -82,7 +82,8 @@ Task<> QtDialogs::MsgBox(QString text, BoxKind kind) {
 }
 
 Task<bool> QtDialogs::askCaution(MessageRequest request) {
-    const Answer answer = co_await ask(std::move(request), Answer::Action);
+    const Answer whenClosed = request.kind == MessageKind::Question ? Answer::Alternate : Answer::Action;
+    const Answer answer = co_await ask(std::move(request), whenClosed);
     co_return answer == Answer::Action;
 }
 
@@ -154,8 +155,9 @@ QMessageBox* QtDialogs::makeBox(const QString& name, QMessageBox::Icon icon, con
 }
 
 Task<QtDialogs::Answer> QtDialogs::ask(MessageRequest request, Answer whenClosed) {
-    const OwnedDialog<QMessageBox> box(
-        makeBox(QStringLiteral("MessageDialog"), QMessageBox::Warning, request.message));
+    const QMessageBox::Icon icon =
+        request.kind == MessageKind::Question ? QMessageBox::Question : QMessageBox::Warning;
+    const OwnedDialog<QMessageBox> box(makeBox(QStringLiteral("MessageDialog"), icon, request.message));
     box->setInformativeText(request.explanation);
     QPushButton* action = box->addButton(request.actionButton, QMessageBox::AcceptRole);
     action->setObjectName(QStringLiteral("ActionButton"));
