@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QStackedWidget>
 
+#include "Pictures.h"
 #include "ViewerBench.h"
 
 namespace {
@@ -279,6 +280,14 @@ TEST_F(ViewerTest, ListTextGrowsAndShrinksWithinItsLimits) {
     for (int i = 0; i < 9; ++i)
         press("BtnSmaller");
     EXPECT_EQ(size(), 9);
+}
+
+TEST_F(ViewerTest, MaskedPicturesAreShownWhole) {
+    const QImage house = Pictures::masked("navhome", "navhomemask").toImage();
+    EXPECT_EQ(house.deviceIndependentSize(), QSizeF(20, 20));
+    EXPECT_EQ(qAlpha(house.pixel(0, 0)), 0);
+    EXPECT_EQ(qAlpha(house.pixel(12, 30)), 255) << "the wall on the left";
+    EXPECT_EQ(qAlpha(house.pixel(20, 12)), 255) << "the roof";
 }
 
 TEST_F(ViewerTest, PrintButtonCallsItsHook) {

@@ -15,9 +15,12 @@ QString pathOf(const QString& name) {
 }
 
 // Drawn at twice the size, for screens of high resolution.
+constexpr int Density = 2;
+
+// In its own pixels: with a density a mask would be drawn over it as large as that.
 QImage image(const QString& name) {
     QImage result(pathOf(name + QStringLiteral("@2x")));
-    result.setDevicePixelRatio(2);
+    result.setDevicePixelRatio(1);
     return result;
 }
 
@@ -33,5 +36,6 @@ QPixmap Pictures::masked(const QString& name, const QString& mask) {
     shape.invertPixels();
     QImage opaque(shape.bits(), shape.width(), shape.height(), shape.bytesPerLine(), QImage::Format_Alpha8);
     picture.setAlphaChannel(opaque);
+    picture.setDevicePixelRatio(Density);
     return QPixmap::fromImage(picture);
 }
