@@ -52,7 +52,7 @@ protected:
                     "<meta charset='iso-8859-1'><body>second p\xe4ge<a id='end'></a></body>");
         files.write(QStringLiteral("photo.png"), "no picture");
         globals.ShowURL = [this](const QString& url) { said += QStringLiteral("url ") + url; };
-        globals.RunScript = [this](const QString& script) { said += QStringLiteral("script ") + script; };
+        engine.RunScript = [this](const QString& script) { said += QStringLiteral("script ") + script; };
     }
     ~WebEngineTest() override {
         globals.onError = [](const std::exception_ptr&) {};
@@ -65,6 +65,7 @@ protected:
         engine.Run(engine.HelpFolder.Child(page));
         ASSERT_TRUE(waitFor([&before] { return !before && view(); }));
         ASSERT_TRUE(waitForText(text));
+        ASSERT_TRUE(waitFor([] { return !view()->page()->isLoading(); }));
     }
     // Opens the window on a page with nothing but a link, and follows it.
     void followLink(const QByteArray& link) {
@@ -134,15 +135,17 @@ TEST_F(WebEngineTest, LinksListsAndHistoryLeadToTheirPages) {
 }
 
 TEST_F(WebEngineTest, LinksThatLeadOutOfTheBookAreHandedOn) {
-    for (const char* link : {"href='https://a.example/'", "target='_blank' href='http://b.example/'",
-                             "href='mailto:a@b'", "href='UHScript:say%20it'"}) {
+    files.write(QStringLiteral("frame.htm"), "<a href='ftp://c.example/'>away</a>");
+    for (const char* link :
+         {"href='https://a.example/'", "target='_blank' href='http://b.example/'", "href='mailto:a@b'",
+          "href='UHScript:say%20it'", "></a><iframe src='frame.htm'></iframe><a"}) {
         const auto before = said.size();
         followLink(link);
         EXPECT_TRUE(waitFor([this, before] { return said.size() > before; })) << link;
         EXPECT_TRUE(pageText().contains(QStringLiteral("link to"))) << "the page stays";
     }
     EXPECT_EQ(said, (QStringList{"url https://a.example/", "url http://b.example/", "url mailto:a@b",
-                                 "script say it"}));
+                                 "script say it", "url ftp://c.example/"}));
     followLink("href='photo.png'");
     EXPECT_TRUE(waitFor([] { return view()->url().path() == QStringLiteral("/photo.png"); }));
     EXPECT_FALSE(child<QAbstractButton>(*window(), QStringLiteral("BtnBack"))->isEnabled());
@@ -200,6 +203,7 @@ TEST_F(WebEngineTest, NothingButTheBookIsLoaded) {
         "<object data='link.htm'>refused3</object><object data='vlxhelp://other/frame.htm'>refused4</object>"
         "<object data='frame.htm'>refused5</object>"
         "<form action='NET/form'><input autofocus name='q'></form>last</body>";
+    files.write(QStringLiteral("frame.htm"), "inside");
     files.write(QStringLiteral("VLXUtility.htm"), QByteArray(page).replace("NET", net).replace("PIPE", pipe));
     open();
     ASSERT_TRUE(waitForText(QStringLiteral("refused4")));

@@ -45,7 +45,9 @@ void shut(QWebEngineSettings& settings) {
         settings.setAttribute(attribute, false);
     settings.setAttribute(Settings::PlaybackRequiresUserGesture, true);
     settings.setAttribute(Settings::FocusOnNavigationEnabled, false);
-    settings.setUnknownUrlSchemePolicy(Settings::DisallowUnknownUrlSchemes);
+    // The page is asked only about those it may follow; it hands them to the help window and follows none.
+    settings.setUnknownUrlSchemePolicy(Settings::AllowUnknownUrlSchemesFromUserInteraction);
+    settings.setDefaultTextEncoding(QStringLiteral("UTF-8"));
 }
 
 }  // namespace

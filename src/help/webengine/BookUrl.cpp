@@ -49,5 +49,6 @@ FolderItem BookUrl::file(const QUrl& url, const FolderItem& helpFolder) {
 
 QString BookUrl::told(const QUrl& url, const FolderItem& helpFolder) {
     const FolderItem item = itemOf(url, helpFolder);
-    return item.isNil() ? url.toString() : QUrl::fromLocalFile(item.AbsolutePath()).toString();
+    return item.isNil() ? url.toString(QUrl::FullyEncoded)
+                        : QUrl::fromLocalFile(item.AbsolutePath()).toString();
 }

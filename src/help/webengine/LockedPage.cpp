@@ -15,7 +15,7 @@ LockedPage::LockedPage(QWebEngineProfile* profile, QObject* parent) : QWebEngine
 bool LockedPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
     // A page that moves on by itself, sends a form, or goes back by the engine's own history, stays.
     const bool isAsked = type == NavigationTypeLinkClicked || type == NavigationTypeTyped;
-    if (isMainFrame)
+    if (isMainFrame || isAsked)
         return isAsked && mayGoTo(url);
     return url.scheme() == QLatin1String(BookUrl::Scheme);
 }

@@ -13,7 +13,7 @@ class LockedPage final : public QWebEnginePage {
 public:
     LockedPage(QWebEngineProfile* profile, QObject* parent);
 
-    // Whether the page itself, not one of its frames, may go to an address.
+    // Whether the page, or a frame of it whose link was clicked, may go to an address.
     std::function<bool(const QUrl& url)> mayGoTo;
 
 protected:

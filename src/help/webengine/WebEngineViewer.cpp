@@ -63,7 +63,9 @@ void WebEngineViewer::loadingChanged(const QWebEngineLoadingInfo& info) {
         // Going back and forward is the help window's.
         m_page.history()->clear();
         DocumentComplete(BookUrl::told(info.url(), m_helpFolder));
-    } else if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus) {
+    } else if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
+               info.url().scheme() == QLatin1String(BookUrl::Scheme)) {
+        // An address that was handed on counts as failed, too.
         Error(info.errorCode(), info.errorString());
     }
 }
