@@ -56,6 +56,7 @@ UniHelpEngine::UniHelpEngine(UniHelpGlobals& globals, SpecialFolders folders, Wi
       m_dropping(globals.clock, Clock::Microseconds{0}, [this] { m_window.reset(); }),
       m_opening(globals.clock, Clock::Microseconds{0}, [this] { open(); }),
       m_flows(globals.clock, globals.errorHandler()) {
+    m_globals.UniHelp = this;
     if (UseVirtualVolume)
         m_flows.start(VVInitialize(QStringLiteral("UniHelpGuide.vv")));
     else

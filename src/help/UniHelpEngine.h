@@ -48,6 +48,9 @@ public:
     void Run(const FolderItem& page);
     void Run(const QString& text);
     void closeWindow();
+    // Gets the text behind "UHScript:" of the sources and links that are followed: a hook for the program
+    // around the help system.
+    std::function<void(const QString& script)> RunScript = [](const QString&) {};
 
     Task<> VVInitialize(QString name);
     Task<> VVExtract(FolderItem source, FolderItem target);

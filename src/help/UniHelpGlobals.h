@@ -11,6 +11,8 @@
 #include "Flows.h"
 #include "Task.h"
 
+class UniHelpEngine;
+
 class UniHelpGlobals {
 public:
     UniHelpGlobals(Clock& sharedClock, Dialogs& sharedDialogs) : clock(sharedClock), dialogs(sharedDialogs) {}
@@ -22,6 +24,9 @@ public:
     Clock& clock;
     Dialogs& dialogs;
 
+    // The one engine; it enters itself here.
+    UniHelpEngine* UniHelp = nullptr;
+
     // Where the help window last stood; kept while the program runs.
     int UHelpTop = 80;
     int UHelpLeft = 80;
@@ -32,7 +37,6 @@ public:
     std::function<void()> UHClosed = [] {};
     std::function<void()> UHPrint = [] {};
     std::function<bool(bool)> UHViewerStatus = [](bool available) { return available; };
-    std::function<void(const QString& script)> RunScript = [](const QString&) {};
     // Hands an address to the system's browser or mail program.
     std::function<void(const QString& url)> ShowURL = [](const QString&) {};
     // Gets what no handler of the help system catches, such as malformed XML.

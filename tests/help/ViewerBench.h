@@ -77,7 +77,7 @@ protected:
         for (const char* page : {"VLXUtility.htm", "port.htm", "sub/bottom.htm", "notes.txt", "photo.png"})
             files.write(QString::fromLatin1(page), QByteArray("<body>text of ") + page + "</body>");
         globals.ShowURL = [this](const QString& url) { said += QStringLiteral("url ") + url; };
-        globals.RunScript = [this](const QString& script) { said += QStringLiteral("script ") + script; };
+        engine.RunScript = [this](const QString& script) { said += QStringLiteral("script ") + script; };
         globals.onError = [this](const std::exception_ptr&) { ++errors; };
     }
 

@@ -20,6 +20,7 @@
 namespace {
 
 constexpr QSize SmallestSize{400, 200};
+constexpr QSize LargestSize{32000, 32000};
 constexpr int SmallestFont = 9;
 constexpr int LargestFont = 16;
 constexpr int UsualFont = 11;
@@ -39,6 +40,7 @@ UniHelpViewer::UniHelpViewer(UniHelpGlobals& globals, HTMLViewerLibrary& library
       m_search(globals.clock, globals.errorHandler()) {
     setObjectName(QStringLiteral("UniHelpViewer"));
     setMinimumSize(SmallestSize);
+    setMaximumSize(LargestSize);
     setMouseTracking(true);
     m_divider.placeAll(Divider::DesignSize);
     QWidget::resize(Divider::DesignSize);
@@ -122,6 +124,7 @@ void UniHelpViewer::connectNavigation() {
     connect(c.BtnContents, &NavButton::clicked, this, [this] { TabSelected(Tab::Contents); });
     connect(c.BtnIndex, &NavButton::clicked, this, [this] { TabSelected(Tab::Index); });
     connect(c.BtnSearch, &NavButton::clicked, this, [this] { TabSelected(Tab::Search); });
+    connect(c.HelpTabs, &QStackedWidget::currentChanged, c.StatusLabel, &QLabel::clear);
     connect(c.BtnBack, &NavButton::clicked, this, [this] { showFromHistory(m_history.goBack()); });
     connect(c.BtnNext, &NavButton::clicked, this, [this] { showFromHistory(m_history.goNext()); });
     connect(c.BtnHistory, &NavButton::clicked, this, &UniHelpViewer::ShowUHistoryMenu);
@@ -155,7 +158,6 @@ void UniHelpViewer::connectKeys() {
 
 void UniHelpViewer::TabSelected(Tab tab) {
     c.HelpTabs->setCurrentIndex(static_cast<int>(tab));
-    c.StatusLabel->clear();
     c.BtnContents->setChecked(tab == Tab::Contents);
     c.BtnIndex->setChecked(tab == Tab::Index);
     c.BtnSearch->setChecked(tab == Tab::Search);

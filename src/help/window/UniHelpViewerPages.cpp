@@ -10,6 +10,7 @@
 #include "HelpSource.h"
 #include "NavButton.h"
 #include "SearchHighlight.h"
+#include "UniHelpEngine.h"
 #include "UniHelpHistory.h"
 #include "UniHelpViewer.h"
 
@@ -60,7 +61,7 @@ void UniHelpViewer::openSource(const QString& source, Tab list, const QString& s
     if (kind == SourceKind::OutsideAddress)
         m_globals.ShowURL(source);
     if (kind == SourceKind::Script)
-        m_globals.RunScript(scriptOf(source));
+        m_globals.UniHelp->RunScript(scriptOf(source));
     if (kind != SourceKind::Path)
         return;
     const FolderItem file = fileOf(source, m_settings.HelpFolder);
@@ -111,7 +112,7 @@ bool UniHelpViewer::HelpView_CancelLoad(const QString& url) {
     }
     if (!isScript(url))
         return false;
-    m_globals.RunScript(scriptOf(url));
+    m_globals.UniHelp->RunScript(scriptOf(url));
     return true;
 }
 

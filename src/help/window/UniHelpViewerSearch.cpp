@@ -6,6 +6,7 @@
 #include "BookItems.h"
 #include "HelpSource.h"
 #include "Pictures.h"
+#include "UniHelpEngine.h"
 #include "UniHelpViewer.h"
 
 namespace {
@@ -100,7 +101,7 @@ void UniHelpViewer::openFirstResult() {
     if (kind == SourceKind::OutsideAddress)
         m_globals.ShowURL(row.source);
     if (kind == SourceKind::Script)
-        m_globals.RunScript(scriptOf(row.source));
+        m_globals.UniHelp->RunScript(scriptOf(row.source));
 }
 
 void UniHelpViewer::showHomePage() {
