@@ -153,7 +153,10 @@ void UniHelpViewer::connectKeys() {
     key(QKeySequence(Qt::Key_Escape), [this] { m_search.cancelAll(); });
     key(QKeySequence::Back, [this] { c.BtnBack->click(); });
     key(QKeySequence::Forward, [this] { c.BtnNext->click(); });
-    key(QKeySequence::Find, [this] { TabSelected(Tab::Search); });
+    key(QKeySequence::Find, [this] {
+        TabSelected(Tab::Search);
+        c.SearchField->selectAll();
+    });
 }
 
 void UniHelpViewer::TabSelected(Tab tab) {
