@@ -119,6 +119,13 @@ TEST(StartUpTest, MaximisedWindowComesBackInItsOtherSize) {
     EXPECT_EQ(bench.window().pos(), QPoint(70, 80));
 }
 
+TEST(StartUpTest, WindowLargerThanTheScreenFitsIt) {
+    AppBench bench;
+    bench.givePreferences("winTOP\n90\nwinHEIGHT\n5000\n");
+    bench.start();
+    EXPECT_TRUE(bench.window().screen()->availableGeometry().contains(bench.window().geometry()));
+}
+
 struct PreferencesCase {
     const char* name;
     QByteArray contents;

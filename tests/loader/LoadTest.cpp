@@ -310,9 +310,9 @@ TEST(Load, CommitsOnlyWhatWasVerified) {
         WholeLoad bench(State::Waiting);
         bench.port.setInstantLine(true);
         bench.install(hexText);
-        bench.port.Written = [&bench, &changed = changed](const QByteArray& bytes) {
+        bench.port.Written = [&bench, &content = changed](const QByteArray& bytes) {
             if (bytes == "D")
-                bench.install(changed);
+                bench.install(content);
         };
         EXPECT_FALSE(bench.load()) << name;
         EXPECT_FALSE(bench.amplifier.flash().isImageValid()) << name;

@@ -40,12 +40,17 @@ void restoreGeometry(QWidget& window, const REALEasyPrefs& prefs) {
     const int width = prefs.GetPrefNumber(QStringLiteral("winWIDTH"), DesignGeometry.width());
     const int top = prefs.GetPrefNumber(QStringLiteral("winTOP"), DesignGeometry.top());
     const int height = prefs.GetPrefNumber(QStringLiteral("winHEIGHT"), DesignGeometry.height());
-    const QPoint corner(std::clamp(left, -FarthestCorner, FarthestCorner),
-                        std::clamp(top, -FarthestCorner, FarthestCorner));
+    QPoint corner(std::clamp(left, -FarthestCorner, FarthestCorner),
+                  std::clamp(top, -FarthestCorner, FarthestCorner));
     const QRect screen = screenAt(corner + QPoint(GripWidth, GripHeight)).availableGeometry();
     // The smallest window is one of the standard font; no screen is asked for more than it has.
-    window.setMinimumSize(window.minimumSize().boundedTo(screen.size()));
-    const QSize size = QSize(width, height).boundedTo(screen.size()).expandedTo(window.minimumSize());
+    const QSize room = screen.size() - QSize(0, GripHeight);
+    window.setMinimumSize(window.minimumSize().boundedTo(room));
+    const QSize size = QSize(width, height).boundedTo(room).expandedTo(window.minimumSize());
+    if (size.width() == room.width())
+        corner.setX(screen.left());
+    if (size.height() == room.height())
+        corner.setY(screen.top());
     window.resize(size);
     window.move(isInReach(QRect(corner, size))
                     ? corner
