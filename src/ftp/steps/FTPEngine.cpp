@@ -142,7 +142,7 @@ QString FTPEngine::expanded(FTPText text) const {
 
 QString FTPEngine::valueOf(QStringView placeholder) const {
     for (const FTPPlaceholder& known : FTPPlaceholders)
-        if (known.name == placeholder)
+        if (QStringView(known.name) == placeholder)
             return known.value(*this);
     return {};
 }
