@@ -29,6 +29,20 @@ QStringList chainTo(const XmlNode& page) {
     return names;
 }
 
+// One step of the way: the first row of that text, among those of the chapter opened last.
+void SelectListDig(ContentsPlace& place, const XmlNode& root, const QString& text) {
+    const XmlNode& opened = place.chapters.empty() ? root : *place.chapters.back();
+    for (const BookRow& row : contentsRows(opened, QString())) {
+        if (!Text::equal(row.name, text))
+            continue;
+        if (row.kind == RowKind::Page)
+            place.page = row.node;
+        else
+            place.chapters.push_back(row.node);
+        return;
+    }
+}
+
 // Calls `visit` with each node below and including `node` in document order until it returns true.
 template <typename Visit>
 bool walk(const XmlNode& node, const Visit& visit) {
@@ -85,19 +99,7 @@ ContentsPlace contentsPlace(const XmlNode& root, const QString& source) {
     const XmlNode* page = pageWithSource(root, source);
     if (!page)
         return place;
-    const XmlNode* opened = &root;
-    for (const QString& name : chainTo(*page)) {
-        const std::vector<BookRow> rows = contentsRows(*opened, QString());
-        const auto found = std::find_if(rows.begin(), rows.end(),
-                                        [&name](const BookRow& r) { return Text::equal(r.name, name); });
-        if (found == rows.end())
-            continue;
-        if (found->kind == RowKind::Page) {
-            place.page = found->node;
-        } else {
-            place.chapters.push_back(found->node);
-            opened = found->node;
-        }
-    }
+    for (const QString& name : chainTo(*page))
+        SelectListDig(place, root, name);
     return place;
 }
