@@ -38,6 +38,8 @@ void shareContext() {
     context->create();
     qt_gl_set_global_share_context(context);
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    // Help leaves nothing on the disk.
+    QCoreApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
 }
 
 // Pages with a dark dress put it on in a dark desktop. No name is ever looked up.
