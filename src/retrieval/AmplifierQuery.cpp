@@ -1,6 +1,7 @@
 #include "AmplifierQuery.h"
 
 #include "Text.h"
+#include "VersionCheck.h"
 
 namespace {
 
@@ -14,12 +15,9 @@ Task<bool> AmplifierQuery::Refresh() {
         co_await m_clock.sleep(LineLookStep);
     const bool ok = co_await m_radioState.Refresh(Retries);
     if (m_globals.isBootloader())
-        m_globals.SetStatusText(
-            QStringLiteral("VLX waiting for power button or firmware load. RS-232 speed %1 bit/s")
-                .arg(Text::Format(m_globals.m_dwBaudRate, u"#####")),
-            false);
+        m_globals.SetStatusText(VersionCheck::waitingText(m_globals), false);
     else if (m_globals.isUnknown())
-        m_globals.SetStatusText(QStringLiteral("VLX is not responding."), false);
+        m_globals.SetStatusText(VersionCheck::silenceText(), false);
     co_return ok;
 }
 

@@ -4,16 +4,15 @@
 
 namespace {
 
-const QString NotResponding = QStringLiteral("VLX is not responding.");
 const QString WhatToTry = QStringLiteral(
     "Is the amplifier on, and its cable in the chosen port? If a firmware load was broken off: remove the "
     "amplifier's power, switch it on, and send the firmware again.");
 
 }  // namespace
 
-QString VersionCheck::waitingText() const {
+QString VersionCheck::waitingText(const Globals& globals) {
     return QStringLiteral("VLX waiting for power button or firmware load. RS-232 speed %1 bit/s")
-        .arg(Text::Format(m_globals.m_dwBaudRate, u"#####"));
+        .arg(Text::Format(globals.m_dwBaudRate, u"#####"));
 }
 
 QString VersionCheck::versionText() const {
@@ -32,7 +31,7 @@ QString VersionCheck::portAndSpeedText() const {
 }
 
 void VersionCheck::tellSilence() {
-    m_globals.SetStatusText(NotResponding, false);
+    m_globals.SetStatusText(silenceText(), false);
     if (m_window.mStartup)
         m_globals.SetStatusText(WhatToTry, false);
 }
@@ -42,7 +41,7 @@ Task<bool> VersionCheck::CheckVLXVersion() {
     if (m_globals.isMain())
         m_globals.SetStatusText(versionText(), false);
     else if (m_globals.isBootloader())
-        m_globals.SetStatusText(waitingText(), false);
+        m_globals.SetStatusText(waitingText(m_globals), false);
     else
         tellSilence();
     // A bootstrap loader too waits for firmware, as after a load that failed.
@@ -59,8 +58,8 @@ Task<bool> VersionCheck::CheckVLXVersion() {
 Task<> VersionCheck::TestCommButtton_Action(CheckNewVersion compare) {
     const bool ok = co_await m_radioState.Refresh(1);
     if (m_globals.isBootloader()) {
-        co_await m_dialogs.MsgBox(waitingText(), BoxKind::Notice);
-        m_globals.SetStatusText(waitingText(), false);
+        co_await m_dialogs.MsgBox(waitingText(m_globals), BoxKind::Notice);
+        m_globals.SetStatusText(waitingText(m_globals), false);
     } else if (m_globals.isMain()) {
         // A small letter in the box, a capital in the log.
         co_await m_dialogs.MsgBox(
@@ -68,7 +67,7 @@ Task<> VersionCheck::TestCommButtton_Action(CheckNewVersion compare) {
             BoxKind::Notice);
         m_globals.SetStatusText(versionText(), false);
     } else {
-        co_await m_dialogs.MsgBox(NotResponding);
+        co_await m_dialogs.MsgBox(silenceText());
     }
     m_firmwarePanel.setMCUinstalledText(ok ? m_globals.m_strMcuVersion : QStringLiteral("---"));
     const StartupSpan silent(m_window);

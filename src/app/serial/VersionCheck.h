@@ -22,6 +22,10 @@ public:
           m_portPanel(portPanel),
           m_firmwarePanel(firmwarePanel) {}
 
+    // What is told of an amplifier that does not answer, and of one that waits in its loader.
+    static QString silenceText() { return QStringLiteral("VLX is not responding."); }
+    static QString waitingText(const Globals& globals);
+
     // Senses, logs the outcome, and shows the version on the firmware tab; true when the main firmware
     // answered.
     Task<bool> CheckVLXVersion();
@@ -30,7 +34,6 @@ public:
 
 private:
     void tellSilence();
-    QString waitingText() const;
     QString versionText() const;
     QString portName() const;
     QString portAndSpeedText() const;
