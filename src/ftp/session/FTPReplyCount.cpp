@@ -32,10 +32,8 @@ void FTPReplyCount::forsakeUpToNOOP() {
 
 bool FTPReplyCount::takesOff(const QByteArray& line) {
     m_length += line.size();
-    const bool isForsaken = isFinal(line) ? takesOffFinal(line) : m_awaitsNOOP || m_forsaken > 0;
-    if (m_code.isEmpty())
-        m_length = 0;
-    return isForsaken;
+    m_isText = m_isInside && !startsWithCode(line);
+    return isFinal(line) ? takesOffFinal(line) : m_awaitsNOOP || m_forsaken > 0;
 }
 
 bool FTPReplyCount::takesOffFinal(const QByteArray& line) {
@@ -50,10 +48,8 @@ bool FTPReplyCount::takesOffFinal(const QByteArray& line) {
 
 // Whether the line ends a reply that is no preliminary one ("150 ...").
 bool FTPReplyCount::isFinal(const QByteArray& line) {
-    const QByteArray code = startsWithCode(line) ? line.first(CodeLength) : QByteArray();
-    if (code.isEmpty() || (!m_code.isEmpty() && code != m_code))
+    if (!startsWithCode(line))
         return false;
-    const bool goesOn = line.size() > CodeLength && line[CodeLength] == '-';
-    m_code = goesOn ? code : QByteArray();
-    return !goesOn && code[0] != '1';
+    m_isInside = line.size() > CodeLength && line[CodeLength] == '-';
+    return !m_isInside && line[0] != '1';
 }

@@ -9,7 +9,10 @@ class FTPReplyCount {
 public:
     // A new connection owes its greeting.
     void onConnect();
-    void onCommand() { ++m_owed; }
+    void onCommand() {
+        ++m_owed;
+        m_length = 0;
+    }
     // From here on the replies that are owed now belong to nobody. An abort takes the first success for its
     // own: some servers answer it and the transfer in one.
     void forsake(bool isAbort);
@@ -18,7 +21,9 @@ public:
     // A line has come. Gives whether it belongs to a command that was forsaken.
     bool takesOff(const QByteArray& line);
     bool isOwed() const { return m_owed > 0; }
-    // How much has come of a reply in many lines that has not ended, in bytes.
+    // Whether the line that was taken off last is text inside a reply in many lines, and tells nothing.
+    bool isText() const { return m_isText; }
+    // How much has come since the last command, in bytes.
     qsizetype length() const { return m_length; }
 
 private:
@@ -29,6 +34,7 @@ private:
     int m_forsaken = 0;
     bool m_isAbort = false;
     bool m_awaitsNOOP = false;
-    QByteArray m_code;  // of a reply in many lines that has not ended
+    bool m_isInside = false;  // a reply in many lines that has not ended
+    bool m_isText = false;
     qsizetype m_length = 0;
 };

@@ -103,7 +103,7 @@ void FTPSessionClass::handleReplies() {
             ParseCommandBuffer();
     }
     if (CommandSocket == connection && Buffer.size() > MaxReplyLine)
-        CancelFTPSession(QStringLiteral("Error: The reply line is too long."));
+        endFlood(QStringLiteral("Error: The reply line is too long."));
 }
 
 void FTPSessionClass::catchUpLater() {
@@ -123,12 +123,22 @@ void FTPSessionClass::ParseCommandBuffer() {
     if (line.isNull())
         return;
     const bool isForsaken = m_replies.takesOff(line);
-    if (m_replies.length() > MaxReplyLine)
-        CancelFTPSession(QStringLiteral("Error: The reply is too long."));
+    if (m_replies.length() > MaxReplies)
+        endFlood(QStringLiteral("Error: The reply is too long."));
     else if (isForsaken || m_over != Over::No)
         pass(decode(line));
+    else if (m_replies.isText())
+        take(decode(line));
     else
         handle(decode(line));
+}
+
+// Nothing is reported behind an error.
+void FTPSessionClass::endFlood(const QString& message) {
+    if (m_over == Over::Badly)
+        closeSockets();
+    else
+        CancelFTPSession(message);
 }
 
 void FTPSessionClass::ParseCommandBuffer(std::int32_t code) {
@@ -152,11 +162,15 @@ void FTPSessionClass::dropReplies() {
         m_replies.takesOff(line);
 }
 
-void FTPSessionClass::handle(const QString& line) {
+void FTPSessionClass::take(const QString& line) {
     // While the end of the data connection is awaited, a server's answers do not count as activity.
     if (!m_isAwaitingData)
         ResetConnectionTimer();
     show(line);
+}
+
+void FTPSessionClass::handle(const QString& line) {
+    take(line);
     m_engine.Execute(line, codeOf(line));
 }
 

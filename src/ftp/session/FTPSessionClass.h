@@ -43,8 +43,9 @@ class FTPSessionClass final : public FTPSessionState,
                               public FTPDataOwner,
                               public FTPTimerOwner {
 public:
-    // Longest line of a reply, and longest reply in many lines, that a server may send, in bytes.
+    // Longest line of a reply, and most that a server may say to one command or unasked, in bytes.
     static constexpr qsizetype MaxReplyLine = 64 * 1024;
+    static constexpr qsizetype MaxReplies = 64 * 1024;
     // How long the client waits before it asks once more whether a data connection has ended.
     static constexpr Clock::Milliseconds AskPause{250};
 
@@ -182,6 +183,8 @@ private:
     void catchUpLater();
     QByteArray takeLine();
     void dropReplies();
+    void endFlood(const QString& message);
+    void take(const QString& line);
     void handle(const QString& line);
     void pass(const QString& line);
     void show(const QString& line);
