@@ -1,11 +1,15 @@
 // Servers that are slow, early, odd, broken or hostile.
+#include <array>
 #include <csignal>
 
 #include <QHostInfo>
 #include <QRegularExpression>
 
 #include <gmock/gmock.h>
+#include <netinet/in.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include "Operations.h"
 #include "ScriptedServer.h"
@@ -157,6 +161,11 @@ protected:
         bench.connectTo(server.port());
         bench.session->ServerAddress = host;
     }
+    static bool isLocalhost() {
+        return QHostInfo::fromName(QStringLiteral("localhost"))
+            .addresses()
+            .contains(QHostAddress(QHostAddress::LocalHostIPv6));
+    }
 
     QTemporaryDir root;
     ScriptedServer server{root.path(), QHostAddress::LocalHostIPv6};
@@ -179,8 +188,7 @@ TEST_F(IPv6Server, IsAskedInExtendedForms) {
 }
 
 TEST_F(IPv6Server, IsReachedWhereIPv4AnswersNothing) {
-    const QList<QHostAddress> addresses = QHostInfo::fromName(QStringLiteral("localhost")).addresses();
-    if (!addresses.contains(QHostAddress(QHostAddress::LocalHostIPv6)))
+    if (!isLocalhost())
         GTEST_SKIP() << "localhost is no IPv6 name here";
     begin(QStringLiteral("localhost"));
     logOnTo(bench);
@@ -189,6 +197,31 @@ TEST_F(IPv6Server, IsReachedWhereIPv4AnswersNothing) {
     bench.session->CommandPort = other.port();
     EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "ok: Connected to Tessarin server.");
     EXPECT_FALSE(bench.session->IsIPv6()) << "IPv4 comes first";
+}
+
+// Its backlog is full: a caller gets no answer, not even a refusal.
+TEST_F(IPv6Server, IsReachedWhereIPv4IsSilent) {
+    if (!isLocalhost())
+        GTEST_SKIP() << "localhost is no IPv6 name here";
+    begin(QStringLiteral("localhost"));
+    const int silent = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{.sin_family = AF_INET,
+                        .sin_port = htons(static_cast<std::uint16_t>(server.port())),
+                        .sin_addr = {htonl(INADDR_LOOPBACK)},
+                        .sin_zero = {}};
+    ASSERT_EQ(::bind(silent, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    ::listen(silent, 0);
+    std::array<QTcpSocket, 3> crowd;
+    for (QTcpSocket& caller : crowd)
+        caller.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(server.port()));
+    settle(50);
+    bench.session->Logon();
+    settle(50);
+    EXPECT_EQ(server.replies, 0);
+    bench.clock.advance(SSLSocket::Patience);
+    EXPECT_TRUE(waitUntil([&] { return bench.status->ends.size() == 1; }));
+    EXPECT_EQ(bench.status->ends.constLast().toStdString(), "ok: Connected to Tessarin server.");
+    ::close(silent);
 }
 
 TEST_F(IPv6Server, OffersNoUsablePort) {

@@ -142,7 +142,7 @@ void FTPSessionClass::oneShot(const FTPOperation& operation) {
 void FTPSessionClass::openConnection() {
     DataSocket = new FTPDataSocket(m_clock, *this);
     DataSocket->setParent(&m_socketHome);
-    CommandSocket = new FTPCommandSocket(*this);
+    CommandSocket = new FTPCommandSocket(m_clock, *this);
     CommandSocket->setParent(&m_socketHome);
     CommandSocket->SslConfiguration = SslConfiguration;
     CommandSocket->Address = ServerAddress;

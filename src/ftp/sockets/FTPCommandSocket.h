@@ -6,7 +6,7 @@
 
 class FTPCommandSocket final : public SSLSocket {
 public:
-    explicit FTPCommandSocket(FTPCommandOwner& session) : Session(session) {}
+    FTPCommandSocket(Clock& clock, FTPCommandOwner& session) : SSLSocket(clock), Session(session) {}
 
 protected:
     void Event_DataAvailable() override { Session.RepliesCame(); }

@@ -1,6 +1,10 @@
 #include "FTPDataSocket.h"
 
+#include <algorithm>
 #include <utility>
+
+#include <QElapsedTimer>
+#include <QMetaObject>
 
 #include "Text.h"
 
@@ -8,10 +12,13 @@ namespace {
 
 using Data = FTPTransferKind::Data;
 
+// How long a listing is parsed before the event loop turns.
+constexpr qint64 BreathMilliseconds = 5;
+
 }  // namespace
 
 FTPDataSocket::FTPDataSocket(Clock& clock, FTPDataOwner& session)
-    : Session(session), m_pace(clock, std::chrono::minutes(1), [this] { checkPace(); }) {}
+    : SSLSocket(clock), Session(session), m_pace(clock, std::chrono::minutes(1), [this] { checkPace(); }) {}
 
 // ---- The connection
 

@@ -1,7 +1,9 @@
 #include "SSLSocket.h"
 
+#include <algorithm>
 #include <utility>
 
+#include <QHostInfo>
 #include <QTcpServer>
 
 #ifdef Q_OS_UNIX
@@ -37,13 +39,37 @@ SSLSocket::~SSLSocket() {
 
 void SSLSocket::Connect() {
     Close();
-    m_mayFallBack = QHostAddress(Address).protocol() != QAbstractSocket::IPv6Protocol;
-    connectBy(m_mayFallBack ? QAbstractSocket::IPv4Protocol : QAbstractSocket::IPv6Protocol);
+    const QHostAddress numeric(Address);
+    m_mayFallBack = numeric.isNull();
+    connectBy(m_mayFallBack ? QAbstractSocket::IPv4Protocol : numeric.protocol());
+    if (m_mayFallBack)
+        m_patience.start(ClockTimer::Mode::Single);
 }
 
 void SSLSocket::connectBy(QAbstractSocket::NetworkLayerProtocol protocol) {
     adopt(std::make_unique<QSslSocket>());
     m_connection->connectToHost(Address, Port, QIODevice::ReadWrite, protocol);
+}
+
+// A silent host keeps its caller waiting for minutes.
+void SSLSocket::lookForIPv6() {
+    QHostInfo::lookupHost(Address, m_connection, [this](const QHostInfo& host) {
+        const bool hasIPv6 = std::ranges::any_of(host.addresses(), [](const QHostAddress& address) {
+            return address.protocol() == QAbstractSocket::IPv6Protocol;
+        });
+        if (hasIPv6)
+            fallBack(QAbstractSocket::SocketTimeoutError);
+    });
+}
+
+bool SSLSocket::fallBack(int error) {
+    m_patience.stop();
+    if (!std::exchange(m_mayFallBack, false))
+        return false;
+    m_firstError = error;
+    dropConnection();
+    connectBy(QAbstractSocket::IPv6Protocol);
+    return true;
 }
 
 bool SSLSocket::Listen(const QHostAddress& local, const QHostAddress& peer) {
@@ -58,6 +84,8 @@ bool SSLSocket::Listen(const QHostAddress& local, const QHostAddress& peer) {
 
 void SSLSocket::Close() {
     m_isEncrypting = false;
+    m_mayFallBack = false;
+    m_patience.stop();
     // Both may be on the call stack now.
     if (m_listener) {
         m_listener->close();
@@ -130,6 +158,7 @@ void SSLSocket::adopt(std::unique_ptr<QSslSocket> connection) {
     m_wasReset = false;
     connect(m_connection, &QSslSocket::connected, this, [this] {
         m_mayFallBack = false;
+        m_patience.stop();
         watchForReset();
         Event_Connected();
     });
@@ -187,12 +216,8 @@ void SSLSocket::onError(QAbstractSocket::SocketError error) {
     // Poll found nothing: no error.
     if (error == QAbstractSocket::SocketTimeoutError && IsConnected())
         return;
-    if (std::exchange(m_mayFallBack, false)) {
-        m_firstError = error;
-        dropConnection();
-        connectBy(QAbstractSocket::IPv6Protocol);
+    if (fallBack(error))
         return;
-    }
     const bool hasClosed = error == QAbstractSocket::RemoteHostClosedError;
     const bool hasNoIPv6 = error == QAbstractSocket::HostNotFoundError;
     m_wasReset = hasClosed && isReset();

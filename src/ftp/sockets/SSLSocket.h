@@ -11,6 +11,8 @@
 #include <QSslSocket>
 #include <QString>
 
+#include "Clock.h"
+
 class QTcpServer;
 
 // Events come from the event loop, or from inside Poll. An object may be closed from inside its own events
@@ -29,6 +31,9 @@ public:
     QString Address;
     quint16 Port = 0;
     QSslConfiguration SslConfiguration = QSslConfiguration::defaultConfiguration();
+
+    // How long an address by IPv4 may be silent before a host that has one by IPv6 too is tried there.
+    static constexpr Clock::Milliseconds Patience{8000};
 
     // Drops the present connection without an event and opens a new one: by IPv4 if the address has it, else,
     // or if nobody answers there, by IPv6.
@@ -61,7 +66,7 @@ public:
     bool SSLConnected() const;
 
 protected:
-    SSLSocket() = default;
+    explicit SSLSocket(Clock& clock) : m_patience(clock, Patience, [this] { lookForIPv6(); }) {}
 
     virtual void Event_Connected() {}
     virtual void Event_DataAvailable() = 0;
@@ -74,6 +79,8 @@ private:
     class Listener;
 
     void connectBy(QAbstractSocket::NetworkLayerProtocol protocol);
+    void lookForIPv6();
+    bool fallBack(int error);
     void adopt(std::unique_ptr<QSslSocket> connection);
     void dropConnection();
     void watchForReset();
@@ -86,8 +93,9 @@ private:
     QSslSocket* m_connection = nullptr;
     Listener* m_listener = nullptr;
     bool m_isEncrypting = false;
-    // Set while an attempt by IPv4 may still be followed by one by IPv6, and the error of the first.
+    // On while an attempt by IPv4 may still be followed by one by IPv6, and the error of the first.
     bool m_mayFallBack = false;
+    ClockTimer m_patience;
     int m_firstError = 0;
     int m_probe = -1;  // a second descriptor of the connection
     bool m_wasReset = false;
