@@ -342,15 +342,18 @@ struct Told {
     const char* note;
     const char16_t* type;
     const char* report;
+    const char* file = "a.txt";
 };
 
 class ToldLength : public OddServer, public testing::WithParamInterface<Told> {};
 
 TEST_P(ToldLength, DecidesWhetherAllCame) {
     logon();
+    const QString file = QString::fromLatin1(GetParam().file);
+    writeFile(root.path() + QStringLiteral("/work/") + file, "alpha");
     server.transferNote = GetParam().note;
     session.FTPTransferType = QString::fromUtf16(GetParam().type);
-    EXPECT_EQ(bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::GetSingleFile), GetParam().report);
+    EXPECT_EQ(bench.runWith({file}, &FTPSessionClass::GetSingleFile), GetParam().report);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -358,6 +361,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Told{"Same", " (5 bytes)", u"I", "ok: File Transfer Complete."},
                     Told{"More", " (6 bytes)", u"I", "error: Error while receiving the file: 5 of 6 bytes"},
                     Told{"Less", " (4 bytes)", u"I", "error: Error while receiving the file: 5 of 4 bytes"},
+                    Told{"InTheNameToo", " for (9 bytes) (5 bytes)", u"I", "ok: File Transfer Complete.",
+                         "(9 bytes)"},
                     Told{"OtherLineEnds", " (6 bytes)", u"A", "ok: File Transfer Complete."},
                     Told{"NoNumber", " (some bytes)", u"I", "ok: File Transfer Complete."}),
     [](const auto& tested) { return std::string(tested.param.name); });

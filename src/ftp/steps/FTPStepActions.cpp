@@ -12,9 +12,11 @@
 
 namespace {
 
-// The length in "150 Opening BINARY mode data connection for a.txt (5 bytes)."
-std::optional<qint64> lengthIn(const QString& line) {
+// The length in "150 Opening BINARY mode data connection for a.txt (5 bytes)."; the name may hold the like.
+std::optional<qint64> lengthIn(QString line, const QString& name) {
     static const QRegularExpression pattern(QStringLiteral("\\((\\d{1,18}) bytes\\)"));
+    if (!name.isEmpty())
+        line.remove(name);
     const QRegularExpressionMatch match = pattern.match(line);
     return match.hasMatch() ? std::optional(match.captured(1).toLongLong()) : std::nullopt;
 }
@@ -149,7 +151,8 @@ bool FTPStepActions::acceptData(FTPEngine& engine) {
     const FTPSessionState& session = engine.session;
     // In any other type the server may change line ends on the way.
     const bool isBinary = Text::equal(session.FTPTransferType, u"I");
-    return !session.DataSocket || session.DataSocket->Accept(isBinary ? lengthIn(engine.line) : std::nullopt);
+    return !session.DataSocket ||
+           session.DataSocket->Accept(isBinary ? lengthIn(engine.line, engine.name) : std::nullopt);
 }
 
 bool FTPStepActions::acceptListing(FTPEngine& engine) {
