@@ -732,6 +732,23 @@ TEST_F(OddServer, ListsNamesThatLeadElsewhere) {
     EXPECT_EQ(tree(bench.local.path() + QStringLiteral("/pub")),
               (QStringList{QStringLiteral("one.txt=one"), QStringLiteral("two.txt=two")}));
     EXPECT_EQ(server.commands.filter(QStringLiteral("DELE")), QStringList());
+    EXPECT_TRUE(
+        bench.status->statuses.contains(QStringLiteral("Skipped a name that cannot be used here: ../x")));
+}
+
+// The window lives on meanwhile.
+TEST_F(OddServer, ListsAHundredThousandNames) {
+    logon();
+    QString listing;
+    for (int i = 0; i < 100'000; ++i)
+        listing += QStringLiteral("-rw-r--r-- 1 a b 3 Mar 09 14:05 %1.hex\r\n").arg(i);
+    session.FTPSessionType = QStringLiteral("GetDirImmediate");
+    session.DirList.emplace_back(QStringLiteral("/work"), QString());
+    EXPECT_TRUE(session.DataSocket->ParseDirectoryList(listing));
+    EXPECT_LT(session.DirList[0].GetFileCount(), 99'999);
+    EXPECT_TRUE(session.DataSocket->IsPending());
+    EXPECT_TRUE(waitUntil([&] { return !session.DataSocket->IsPending(); }));
+    EXPECT_EQ(session.DirList[0].GetFileCount(), 99'999);
 }
 
 // A server that keeps saying that we are still below would lead the walk out of its folder upwards.

@@ -161,7 +161,9 @@ private:
     void SetRestartOffset(std::int32_t offset) override { RestartByteCount = offset; }
     void Progress(std::int32_t count) override;
     void DataMoved() override;
-    bool TakeListing(const QByteArray& bytes) override;
+    QString TextOf(const QByteArray& bytes) const override;
+    void TakeListing(const QString& listing) override { DirectoryFileList = listing; }
+    bool TakeListingLine(const QString& line) override;
     void DataEnded() override;
     // FTPTimerOwner
     void TimedOut() override;

@@ -187,13 +187,16 @@ void FTPSessionClass::Progress(std::int32_t count) {
         FTPStatusInstance->Progress_FTP(count);
 }
 
-bool FTPSessionClass::TakeListing(const QByteArray& bytes) {
-    if (Transfer().receives == FTPTransferKind::Data::List) {
-        DirectoryFileList = decode(bytes);
-        return true;
-    }
-    if (ParseDirectoryList(decode(bytes)))
-        return true;
-    EndFTPSession(QStringLiteral("Error: The directory tree is too large."));
-    return false;
+QString FTPSessionClass::TextOf(const QByteArray& bytes) const {
+    return decode(bytes);
+}
+
+bool FTPSessionClass::TakeListingLine(const QString& line) {
+    Skipped.clear();
+    const bool fits = AddListingLine(line);
+    for (const QString& skipped : std::as_const(Skipped))
+        Tell(skipped);
+    if (!fits)
+        EndFTPSession(QStringLiteral("Error: The directory tree is too large."));
+    return fits;
 }

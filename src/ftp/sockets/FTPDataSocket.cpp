@@ -55,7 +55,7 @@ bool FTPDataSocket::Accept(std::optional<qint64> length) {
 }
 
 bool FTPDataSocket::IsPending() const {
-    return m_isOpen || (Session.Transfer().sends && !m_isSent);
+    return m_isOpen || !m_listing.isEmpty() || (Session.Transfer().sends && !m_isSent);
 }
 
 bool FTPDataSocket::Settle(std::optional<qint64> size) {
@@ -87,6 +87,7 @@ void FTPDataSocket::Drop() {
 void FTPDataSocket::forgetLastTransfer() {
     m_pace.stop();
     FileData.clear();
+    m_listing.clear();
     m_isOpen = false;
     m_isAccepted = false;
     m_isDoubtful = false;
@@ -210,11 +211,53 @@ bool FTPDataSocket::finishReceiving() {
     m_pace.stop();
     ByteCount = 0;
     const QByteArray listing = std::exchange(FileData, QByteArray());
-    const bool isWhole = isListing() ? Session.TakeListing(listing) : finishFile();
+    if (isListing())
+        return finishListing(listing);
+    if (!finishFile())
+        return false;
+    Session.DataEnded();
+    return true;
+}
+
+bool FTPDataSocket::finishListing(const QByteArray& listing) {
     FileList = false;
-    if (isWhole)
-        Session.DataEnded();
-    return isWhole;
+    if (Session.Transfer().receives != Data::List)
+        return ParseDirectoryList(Session.TextOf(listing));
+    Session.TakeListing(Session.TextOf(listing));
+    Session.DataEnded();
+    return true;
+}
+
+bool FTPDataSocket::ParseDirectoryList(const QString& text) {
+    m_listing = text;
+    m_parsed = 0;
+    return parseMore();
+}
+
+bool FTPDataSocket::parseMore() {
+    QElapsedTimer busy;
+    busy.start();
+    while (m_parsed < m_listing.size()) {
+        if (busy.elapsed() >= BreathMilliseconds) {
+            Session.DataMoved();
+            QMetaObject::invokeMethod(
+                this, [this] { return m_listing.isEmpty() || parseMore(); }, Qt::QueuedConnection);
+            return true;
+        }
+        if (!Session.TakeListingLine(nextLine()))
+            return false;
+    }
+    m_listing.clear();
+    Session.DataEnded();
+    return true;
+}
+
+// Between a Return and a Line Feed there is an empty line, which tells nothing.
+QString FTPDataSocket::nextLine() {
+    const QStringView rest = QStringView(m_listing).sliced(m_parsed);
+    const auto end = std::ranges::find_if(rest, [](QChar c) { return c == u'\r' || c == u'\n'; });
+    m_parsed += end - rest.begin() + 1;
+    return rest.first(end - rest.begin()).toString();
 }
 
 bool FTPDataSocket::finishFile() {

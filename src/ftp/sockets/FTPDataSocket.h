@@ -34,6 +34,9 @@ public:
     bool PutFileName(const QString& name);
     QString GetFileName() const { return FileName; }
     void SetFileFolderItem(const std::optional<QFileInfo>& item);
+    // Hands on the lines of a walk's listing, a few milliseconds' worth in each turn of the event loop; the
+    // transfer is pending until the last. False when the operation has ended.
+    bool ParseDirectoryList(const QString& text);
     // The next transfer of the walk is a listing.
     void SetFileList() { FileList = true; }
     // Sends the local file from RestartByteCount on, at once or as soon as the connection is there. False,
@@ -96,6 +99,9 @@ private:
     bool appendToListing(const QByteArray& block);
     bool takeEnd();
     bool finishReceiving();
+    bool finishListing(const QByteArray& listing);
+    bool parseMore();
+    QString nextLine();
     bool finishFile();
     bool fail(const QString& message);
     bool cancel(const QString& message);
@@ -111,6 +117,8 @@ private:
     bool m_isDropped = false;
     End m_end = End::None;
     int m_endCode = 0;
+    QString m_listing;  // of a walk, and how much of it has been handed on
+    qsizetype m_parsed = 0;
     std::optional<qint64> m_length;  // told by the server
     QString m_path;                  // of the local file
 };

@@ -33,8 +33,10 @@ public:
     virtual void Progress(std::int32_t count) = 0;
     // Something has come or gone.
     virtual void DataMoved() = 0;
-    // A whole listing. False when the operation has ended.
-    virtual bool TakeListing(const QByteArray& bytes) = 0;
+    virtual QString TextOf(const QByteArray& bytes) const = 0;
+    // A whole listing, or one line of that of a walk. False when the operation has ended.
+    virtual void TakeListing(const QString& listing) = 0;
+    virtual bool TakeListingLine(const QString& line) = 0;
     // The connection has closed in good order, and all that came was taken.
     virtual void DataEnded() = 0;
     // The transfer has failed.

@@ -106,8 +106,8 @@ public:
     //
     // The place of the directory in DirList, or -1.
     std::int32_t GetCurrentDirectoryIndex(const QString& path) const;
-    // Puts what a listing names into DirList.
-    bool ParseDirectoryList(const QString& text);
+    // Puts what a line of a listing names into DirList. A name that cannot be used here is told in Skipped.
+    bool AddListingLine(const QString& line);
     // Puts a folder's tree into Files and Paths: "*name" for a folder, "*UP" behind its items. A folder that
     // is itself called "UP" has a "/" behind its name. What cannot be sent is told in Skipped.
     bool GetFiles(const QString& prefix, const QString& path);
@@ -119,7 +119,6 @@ public:
     QStringList Skipped;
 
 private:
-    bool addEntry(const QString& line);
     void addFile(const QFileInfo& item);
     bool isSkipped(const QFileInfo& item);
 

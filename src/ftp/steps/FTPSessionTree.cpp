@@ -11,12 +11,6 @@
 
 namespace {
 
-// Where the first line ends, with whatever line end it has.
-qsizetype lineEnd(QStringView text) {
-    const auto found = std::ranges::find_if(text, [](QChar c) { return c == u'\r' || c == u'\n'; });
-    return found - text.begin();
-}
-
 QString fileNameWithoutSlash(QString path) {
     while (path.endsWith(u'/'))
         path.chop(1);
@@ -52,23 +46,16 @@ std::int32_t FTPSessionState::GetCurrentDirectoryIndex(const QString& path) cons
     return found == DirList.end() ? -1 : static_cast<std::int32_t>(found - DirList.begin());
 }
 
-bool FTPSessionState::ParseDirectoryList(const QString& text) {
-    QStringView rest(text);
-    while (!rest.isEmpty() && CurrentDirectoryIndex >= 0) {
-        const qsizetype end = lineEnd(rest);
-        if (!addEntry(rest.first(end).toString()))
-            return false;
-        // Between a Return and a Line Feed this leaves an empty line, which tells nothing.
-        rest = end < rest.size() ? rest.sliced(end + 1) : QStringView();
-    }
-    return true;
-}
-
-bool FTPSessionState::addEntry(const QString& line) {
+bool FTPSessionState::AddListingLine(const QString& line) {
     const FTPParsedDirListLineClass entry = ParseDirListLine(line);
-    // The name becomes part of a local path and of commands.
-    if (!FTPPaths::isPlainFileName(entry.Name))
+    const bool isItself = entry.Name == u"." || entry.Name == u"..";
+    if (CurrentDirectoryIndex < 0 || entry.Name.isEmpty() || isItself)
         return true;
+    // The name becomes part of a local path and of commands.
+    if (!FTPPaths::isPlainFileName(entry.Name)) {
+        Skipped += QStringLiteral("Skipped a name that cannot be used here: ") + entry.Name;
+        return true;
+    }
     const auto current = static_cast<std::size_t>(CurrentDirectoryIndex);
     if (entry.IsDir) {
         if (DirList.size() >= MaxDirectories)
