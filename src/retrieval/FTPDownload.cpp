@@ -1,7 +1,5 @@
 #include "FTPDownload.h"
 
-#include <limits>
-
 #include "ImageNames.h"
 #include "Text.h"
 
@@ -15,7 +13,6 @@ constexpr std::int32_t TimeoutSeconds = 60;
 constexpr int MostTries = 3;
 // Servers answer QUIT at once; one that does not is left.
 constexpr auto LogoffLimit = 5s;
-
 const QString NoListing = QStringLiteral("ERROR");
 
 }  // namespace
@@ -45,7 +42,10 @@ FTPDownload::FTPDownload(Platform& platform, Globals& globals, FirmwarePanel& pa
       m_amplifier(amplifier),
       m_server(std::move(server)),
       m_files(platform, globals),
-      m_progress(platform.clock, globals) {}
+      m_progress(platform.clock, globals),
+      m_excess(platform.clock, 0s, [this] {
+          Session->CancelFTPSession(QStringLiteral("Error: The server sends more than can be wanted."));
+      }) {}
 
 Task<> FTPDownload::FTPDownload1_Run() {
     const Run run(*this);
@@ -156,6 +156,7 @@ bool FTPDownload::giveUp() {
 
 void FTPDownload::dropSession() {
     m_isAtWork = false;
+    m_excess.stop();
     m_status = nullptr;
     Session.reset();
 }
@@ -167,7 +168,7 @@ Task<bool> FTPDownload::FTPLogon() {
     auto status = std::make_unique<RetrievalStatus>(
         *Session, m_globals,
         RetrievalStatus::Receiver{[this] { m_ended->open(); },
-                                  [this](qint64 count, qint64 size) { show(count, size); }});
+                                  [this](auto count, auto& done) { show(count, done); }});
     m_status = status.get();
     Session->FTPStatusInstance = std::move(status);
     Session->SetTimeoutSeconds(TimeoutSeconds);
@@ -224,8 +225,7 @@ Task<bool> FTPDownload::FTPGetNewVersion(QStringList list, QString prefix, QStri
         co_return false;
     strFileName = newer;
     const bool ok = co_await FTPGetFile(strFileName);
-    if (ok)
-        ++count;
+    count += ok ? 1 : 0;
     co_return ok;
 }
 
@@ -272,7 +272,9 @@ void FTPDownload::begin() {
 
 Task<bool> FTPDownload::succeeded() {
     co_await m_ended->wait();
-    co_return !m_globals.FTPError;
+    const bool isTooMuch = m_excess.isOn();
+    m_excess.stop();
+    co_return !m_globals.FTPError && !isTooMuch;
 }
 
 void FTPDownload::tellFailure(const QString& name) {
@@ -289,11 +291,10 @@ void FTPDownload::tellReason() {
         m_globals.SetStatusText(m_status->lastError, false);
 }
 
-void FTPDownload::show(qint64 count, qint64 size) {
-    if (m_globals.FTPFile.isEmpty())
-        return;
-    QString done = m_status->FormatBytes(static_cast<std::int32_t>(count));
-    if (size > 0 && size <= std::numeric_limits<std::int32_t>::max())
-        done += QStringLiteral(" of ") + m_status->FormatBytes(static_cast<std::int32_t>(size));
-    m_progress.show(m_globals.FTPFile, done);
+void FTPDownload::show(std::int32_t count, const QString& done) {
+    const bool isListing = m_globals.FTPFile.isEmpty();
+    if (count > (isListing ? FetchedFiles::MaxListing : FetchedFiles::MaxSize))
+        m_excess.start(ClockTimer::Mode::Single);
+    if (!isListing)
+        m_progress.show(m_globals.FTPFile, done);
 }

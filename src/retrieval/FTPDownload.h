@@ -67,7 +67,7 @@ private:
     void tellFailure(const QString& name);
     void tellReason();
     QString cannotWrite() const;
-    void show(qint64 count, qint64 size);
+    void show(std::int32_t count, const QString& done);
 
     Clock& m_clock;
     Dialogs& m_dialogs;
@@ -79,6 +79,8 @@ private:
     FetchedFiles m_files;
     CopyProgress m_progress;
     RetrievalStatus* m_status = nullptr;
+    // On when more has come than is wanted: the transfer is still on the call stack then.
+    ClockTimer m_excess;
     std::optional<Gate> m_ended;  // opens when the operation under way has ended
     QString m_runFolder;          // the firmware folder when the run began
     bool m_hasFailed = false;     // a file that should have come has not

@@ -54,6 +54,13 @@ bool FetchedFiles::has(const QString& name) const {
     return QFileInfo(m_folder + name).isFile();
 }
 
+qint64 FetchedFiles::size() const {
+    qint64 sum = 0;
+    for (const QFileInfo& file : QDir(m_folder).entryInfoList(QDir::Files | QDir::Hidden))
+        sum += file.size();
+    return sum;
+}
+
 bool FetchedFiles::keep(const QString& name) {
     m_reader.close();
     std::error_code error;

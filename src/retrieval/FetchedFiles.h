@@ -13,6 +13,10 @@
 // something is fetched.
 class FetchedFiles {
 public:
+    // More than this is no firmware image and no notes, in bytes; and most of a server's name list.
+    static constexpr qint64 MaxSize = 16 * 1024 * 1024;
+    static constexpr qint64 MaxListing = 4 * 1024 * 1024;
+
     FetchedFiles(Platform& platform, Globals& globals) : m_globals(globals), m_reader(platform, globals) {}
     FetchedFiles(const FetchedFiles&) = delete;
     FetchedFiles& operator=(const FetchedFiles&) = delete;
@@ -30,6 +34,8 @@ public:
     // Its path with the separator; empty outside of a run.
     QString path() const { return m_folder; }
     bool has(const QString& name) const;
+    // How much has come in all, in bytes.
+    qint64 size() const;
     // Moves a whole file to its name in the firmware folder, in place of any other; false when it cannot.
     bool keep(const QString& name);
     // A whole file under another name than its own takes its own.

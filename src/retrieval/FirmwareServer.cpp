@@ -30,3 +30,11 @@ QString FirmwareServer::address() const {
         text += u':' + QString::number(port);
     return text;
 }
+
+QString FirmwareServer::url(const QString& folder, const QString& name) const {
+    return QStringLiteral("ftp://") + address() + folder + inUrl(name);
+}
+
+QString FirmwareServer::inUrl(const QString& name) {
+    return QString::fromLatin1(name.toLatin1().toPercentEncoding());
+}

@@ -5,9 +5,9 @@
 namespace {
 
 // "150 Opening BINARY mode data connection for name (123 bytes)."
-qint64 sizeIn(const QString& reply) {
-    static const QRegularExpression pattern(QStringLiteral("^1[25][05] .*\\((\\d{1,15}) bytes\\)"));
-    return pattern.match(reply).captured(1).toLongLong();
+std::int32_t sizeIn(const QString& reply) {
+    static const QRegularExpression pattern(QStringLiteral("^1[25][05] .*\\((\\d+) bytes\\)"));
+    return pattern.match(reply).captured(1).toInt();
 }
 
 }  // namespace
@@ -27,10 +27,11 @@ void RetrievalStatus::Response_FTP(const QString& text) {
     FTPStatusClass::Response_FTP(text);
     if (text.startsWith(u"RETR"))
         m_size = 0;
-    else if (const qint64 size = sizeIn(text))
+    else if (const std::int32_t size = sizeIn(text))
         m_size = size;
 }
 
 void RetrievalStatus::Progress_FTP(std::int32_t count) {
-    m_receiver.progressed(count, m_size);
+    const QString size = m_size > 0 ? QStringLiteral(" of ") + FormatBytes(m_size) : QString();
+    m_receiver.progressed(count, FormatBytes(count) + size);
 }

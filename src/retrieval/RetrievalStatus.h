@@ -8,11 +8,11 @@
 
 class RetrievalStatus final : public FTPStatusClass {
 public:
-    // `ended`: an operation has ended well or badly. `progressed`: bytes of the transfer so far, and of the
-    // whole file; 0 when the server does not tell that. Neither may destroy the session.
+    // `ended`: an operation has ended well or badly. `progressed`: bytes of the transfer so far, and the same
+    // in words, with the size of the whole file where the server tells it. Neither may end the session.
     struct Receiver {
         std::function<void()> ended;
-        std::function<void(qint64 count, qint64 size)> progressed;
+        std::function<void(std::int32_t count, const QString& done)> progressed;
     };
 
     RetrievalStatus(FTPSessionClass& session, Globals& globals, Receiver receiver)
@@ -28,5 +28,5 @@ public:
 
 private:
     Receiver m_receiver;
-    qint64 m_size = 0;
+    std::int32_t m_size = 0;  // 0: not told
 };

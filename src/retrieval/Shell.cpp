@@ -1,10 +1,25 @@
 #include "Shell.h"
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+
+#include <unistd.h>
+#endif
+
 namespace {
 
 // A program that was killed is gone within milliseconds.
 constexpr int KillLimit = 2000;
 constexpr int SignalBase = 128;
+
+// With whatever it has started itself.
+void killAll(QProcess& process) {
+#ifdef Q_OS_UNIX
+    if (process.processId() > 0)
+        ::kill(-static_cast<pid_t>(process.processId()), SIGKILL);
+#endif
+    process.kill();
+}
 
 }  // namespace
 
@@ -16,6 +31,9 @@ void Shell::Execute(const QString& program, const QStringList& arguments, const 
     // It must not wait for somebody to type a password.
     process.setStandardInputFile(QProcess::nullDevice());
     process.setWorkingDirectory(workingFolder);
+#ifdef Q_OS_UNIX
+    process.setChildProcessModifier([] { ::setpgid(0, 0); });
+#endif
     onSignal(&QProcess::readyReadStandardOutput, &Shell::onData);
     onSignal(&QProcess::readyReadStandardError, &Shell::onData);
     onSignal(&QProcess::finished, &Shell::onFinished);
@@ -36,7 +54,7 @@ void Shell::Kill() {
     ++m_run;
     if (!m_process)
         return;
-    m_process->kill();
+    killAll(*m_process);
     m_process->waitForFinished(KillLimit);
     m_process.reset();
 }

@@ -13,18 +13,20 @@ namespace {
 const QString Program = QStringLiteral("curl");
 const QString FirmwareDirectory = QStringLiteral("/VLX/firmware/");
 const QString NotesName = QStringLiteral("vlxfwnotes.rtf");
-// As long as the FTP client waits for a sign of its server.
-constexpr auto SilenceLimit = 60s;
+// How often what curl brings is looked at, and what it must bring in a minute, as with the FTP client.
+constexpr auto LookStep = 1s;
+constexpr int LooksPerMinute = 60;
+constexpr qint64 LeastPerMinute = 1024;
 constexpr int MostTries = 3;
-
-// As it stands in a URL, and so in the name that curl gives the file.
-QString inUrl(const QString& name) {
-    return QString::fromLatin1(name.toLatin1().toPercentEncoding());
-}
 
 // "####    37.2%". Later versions of curl have a "#" in their messages too: "* Connected to host (#0)".
 bool isProgressBar(const QString& line) {
     return line.contains(u'#') && !QStringLiteral("*<>").contains(line.front());
+}
+
+// Later versions of curl write "Established connection to".
+bool tellsConnection(const QString& line) {
+    return Text::InStr(line, u"connected") > 0 || Text::InStr(line, u"Established connection") > 0;
 }
 
 bool isPage(const QString& listing) {
@@ -40,7 +42,7 @@ struct cURLdownload::Run {
     Run& operator=(const Run&) = delete;
     ~Run() {
         owner.MyShell.Kill();
-        owner.m_silence.stop();
+        owner.m_watch.stop();
         owner.m_files.end();
         owner.m_progress.clear();
         owner.m_panel.setGetRevButton1Enabled(true);
@@ -59,8 +61,7 @@ cURLdownload::cURLdownload(Platform& platform, Globals& globals, FirmwarePanel& 
       m_server(std::move(server)),
       m_files(platform, globals),
       m_progress(platform.clock, globals),
-      m_silence(platform.clock, SilenceLimit,
-                [this] { stop(QStringLiteral("curl was ended: nothing came for 60 seconds.")); }) {
+      m_watch(platform.clock, LookStep, [this] { watch(); }) {
     MyShell.DataAvailable = [this] { MyShell_DataAvailable(); };
     MyShell.Completed = [this] { MyShell_Completed(); };
 }
@@ -131,7 +132,7 @@ Task<> cURLdownload::copyChosenFile() {
 
 // curl returns one code for all, that of the last file: the image is judged by what is in it.
 Task<> cURLdownload::keepWhatCame() {
-    m_files.rename(inUrl(strFileName), strFileName);
+    m_files.rename(FirmwareServer::inUrl(strFileName), strFileName);
     bool isWhole = m_files.has(strFileName);
     if (isWhole)
         isWhole = co_await cURLHexVerify();
@@ -184,21 +185,33 @@ Task<bool> cURLdownload::cURLGetNewHexVersion(QStringList list, QString prefix, 
 }
 
 QStringList cURLdownload::listingArguments() const {
-    return {QStringLiteral("-#"), QStringLiteral("-l"), url(QString())};
+    return {QStringLiteral("-#"), QStringLiteral("-l"), m_server.url(FirmwareDirectory)};
 }
 
 QStringList cURLdownload::downloadArguments() const {
-    return {QStringLiteral("-#"), QStringLiteral("-v"), QStringLiteral("-O"),
-            url(strFileName),     QStringLiteral("-O"), url(NotesName)};
+    return {QStringLiteral("-#"), QStringLiteral("-v"),
+            QStringLiteral("-O"), m_server.url(FirmwareDirectory, strFileName),
+            QStringLiteral("-O"), m_server.url(FirmwareDirectory, NotesName)};
 }
 
 Task<> cURLdownload::execute(QStringList arguments) {
     m_stopReason.clear();
     m_ended.emplace(m_clock);
     MyShell.Execute(Program, arguments, gettingDIR ? QString() : m_files.path());
-    m_silence.start(ClockTimer::Mode::Single);
+    m_looks = 0;
+    m_hadCome = 0;
+    m_watch.start(ClockTimer::Mode::Repeating);
     co_await m_ended->wait();
-    m_silence.stop();
+    m_watch.stop();
+}
+
+void cURLdownload::watch() {
+    const qint64 come = gettingDIR ? m_globals.m_Data.size() : m_files.size();
+    if (come > (gettingDIR ? FetchedFiles::MaxListing : FetchedFiles::MaxSize))
+        stop(gettingDIR ? QStringLiteral("The list of files from Tessarin is too long.")
+                        : QStringLiteral("curl was ended: more came than can be wanted."));
+    else if (++m_looks % LooksPerMinute == 0 && come - std::exchange(m_hadCome, come) < LeastPerMinute)
+        stop(QStringLiteral("curl was ended: next to nothing came for 60 seconds."));
 }
 
 bool cURLdownload::giveUp() {
@@ -215,13 +228,7 @@ void cURLdownload::stop(const QString& reason) {
     m_ended->open();
 }
 
-// A name of the server is only a name: nothing in it ends the path, is a pattern or an option to curl.
-QString cURLdownload::url(const QString& name) const {
-    return QStringLiteral("ftp://") + m_server.address() + FirmwareDirectory + inUrl(name);
-}
-
 void cURLdownload::MyShell_DataAvailable() {
-    m_silence.start(ClockTimer::Mode::Single);
     const QString output = Text::fromLine(MyShell.ReadOutput());
     const QString messages = Text::fromLine(MyShell.ReadMessages());
     if (gettingDIR) {
@@ -238,8 +245,8 @@ void cURLdownload::MyShell_DataAvailable() {
 void cURLdownload::takeListing(const QString& output) {
     m_globals.m_Data += output;
     m_unlogged += output;
-    if (m_globals.m_Data.size() > MaxListing)
-        stop(QStringLiteral("The list of files from Tessarin is too long."));
+    if (m_globals.m_Data.size() > FetchedFiles::MaxListing)
+        watch();
 }
 
 // Takes all lines off but the last, which may not be whole yet. The progress bar is painted over and over
@@ -266,7 +273,7 @@ void cURLdownload::handleLine(const QString& line) {
         return;
     }
     m_globals.SetStatusText(line, true);
-    if (!bConnected && Text::InStr(line, u"connected") > 0) {
+    if (!bConnected && tellsConnection(line)) {
         bConnected = true;
         m_globals.SetStatusText(QStringLiteral("Connected to Tessarin server."), false);
         m_globals.SetStatusText(QStringLiteral("Copying files to \"%1\"").arg(m_runFolder), false);

@@ -20,8 +20,7 @@
 // One run at a time. A run that is cancelled ends curl and leaves nothing unfinished behind.
 class cURLdownload {
 public:
-    // Longest listing that a server may send, in characters, and longest line of curl's own.
-    static constexpr qsizetype MaxListing = 4 * 1024 * 1024;
+    // Longest line of curl's own, in characters.
     static constexpr qsizetype MaxLine = 64 * 1024;
 
     cURLdownload(Platform& platform, Globals& globals, FirmwarePanel& panel, FirmwareFolder& folder,
@@ -61,8 +60,8 @@ private:
     QStringList listingArguments() const;
     QStringList downloadArguments() const;
     Task<> execute(QStringList arguments);
+    void watch();
     void stop(const QString& reason);
-    QString url(const QString& name) const;
     void takeListing(const QString& output);
     static QStringList wholeLines(QString& text);
     void handle(const QStringList& lines);
@@ -77,7 +76,9 @@ private:
     FirmwareServer m_server;
     FetchedFiles m_files;
     CopyProgress m_progress;
-    ClockTimer m_silence;
+    ClockTimer m_watch;
+    int m_looks = 0;              // since curl began
+    qint64 m_hadCome = 0;         // bytes, a minute ago
     std::optional<Gate> m_ended;  // opens when curl has ended
     QString m_runFolder;          // the firmware folder when the run began
     QString m_unlogged;           // of the listing: the line that is not yet whole

@@ -243,6 +243,32 @@ TEST(FTPDownload, LeavesTheFolderAsItWasWhenItCannotBeWritten) {
     bench.run(RetrievalBench::FTP);
     EXPECT_TRUE(bench.hasLogged(QStringLiteral("Unable to copy file \"VLX720FP0125.hex\"")));
     EXPECT_FALSE(QFileInfo::exists(bench.globals.m_FolderPath));
+
+    FTPBench nobodys;
+    nobodys.globals.m_FolderPath = QStringLiteral("/sys/kernel/");
+    nobodys.run(RetrievalBench::FTP);
+    EXPECT_EQ(nobodys.log.filter(QStringLiteral("Cannot write into the folder \"/sys/kernel/\".")).size(), 1);
+    EXPECT_EQ(nobodys.sent(QStringLiteral("RETR VLX720FP0125.hex")), 0);
+}
+
+TEST(FTPDownload, KeepsNothingOfAServerThatSendsTooMuch) {
+    const QByteArray record = ":0108000000F7\r\n";
+    {
+        FTPBench grown;
+        grown.server.transferNote = " (" + QByteArray::number(GoodImage.size() - 1) + " bytes)";
+        grown.run(RetrievalBench::FTP);
+        EXPECT_TRUE(grown.hasLogged(QStringLiteral("Unable to copy file \"VLX720FP0125.hex\"")));
+        EXPECT_FALSE(QFileInfo::exists(grown.local(NewImage)));
+    }
+    FTPBench endless;
+    writeFile(endless.served(NewImage), record.repeated(FetchedFiles::MaxSize / record.size() + 100'000));
+    endless.run(RetrievalBench::FTP);
+    EXPECT_TRUE(endless.hasLogged(QStringLiteral("Error: The server sends more than can be wanted.")));
+    EXPECT_FALSE(QFileInfo::exists(endless.local(NewImage)));
+    endless.server.fixedListing = QByteArray("VLX720FP0125.hex\r\n").repeated(400'000);
+    endless.run(RetrievalBench::FTP);
+    EXPECT_EQ(endless.dialogs.shown,
+              QStringList(QStringLiteral("Error getting directory listing from ftp server.")));
 }
 
 TEST(FTPDownload, SweepsWhatARunThatWasKilledLeft) {

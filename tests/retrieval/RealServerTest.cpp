@@ -89,7 +89,7 @@ TEST(DemoServer, ServesBothRoutesAndMisbehavesOnDemand) {
         {Behaviour::Refuses, "Error: 530 Not today.", "Unable to connect to Tessarin server. Error: 67",
          false},
         {Behaviour::Stalls, "Error: The connection timed out. Ending session.",
-         "curl was ended: nothing came for 60 seconds.", false},
+         "curl was ended: next to nothing came for 60 seconds.", false},
         {Behaviour::CutsTransfers, "Unable to copy file \"VLX720FP0126.hex\"",
          "Unable to copy file \"VLX720FP0126.hex\"", false},
         {Behaviour::DamagesImages, "\"VLX720FP0126.hex\" verification failed",

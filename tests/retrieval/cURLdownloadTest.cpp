@@ -115,6 +115,7 @@ TEST(cURLdownload, EndsWithAClearLineWhateverCurlDoes) {
         QStringList lines;
     };
     const QString unable = QStringLiteral("Unable to connect to Tessarin server. Error: ");
+    const QString slow = QStringLiteral("curl was ended: next to nothing came for 60 seconds.");
     const Row rows[] = {
         {"refused", "exit 7", {unable + u'7'}},
         {"killed", "kill -9 $$", {unable + QStringLiteral("137")}},
@@ -124,7 +125,8 @@ TEST(cURLdownload, EndsWithAClearLineWhateverCurlDoes) {
         {"a page",
          "printf '\\r\\n <html><a href=\"VLX720FP0999.hex\">VLX720FP0999.hex</a></html>'",
          {QStringLiteral("The answer from Tessarin is no list of files.")}},
-        {"never ends", "exec sleep 600", {QStringLiteral("curl was ended: nothing came for 60 seconds.")}},
+        {"never ends", "sleep 600", {slow}},
+        {"dribbles", "while :; do printf '#' >&2; sleep 0.01; done", {slow}},
         {"bare Returns",
          "printf '####\\r##### 100.0%%\\r\\n' >&2; printf 'VLX720FP0001.hex\\rVLX720FP0124.hex\\r'",
          {QStringLiteral("Your folder has the most recent VLX firmware files from Tessarin."),
@@ -191,6 +193,22 @@ TEST(cURLdownload, GivesCurlTheToldArgumentsInTheFolder) {
     EXPECT_EQ(calls.mid(4), QStringList({bench.local(QStringLiteral(".vlxcopying")), QStringLiteral("-#"),
                                          QStringLiteral("-v"), QStringLiteral("-O"), url + NewImage,
                                          QStringLiteral("-O"), url + NotesName}));
+}
+
+// Nor does it leave anything running that it has started itself.
+TEST(cURLdownload, EndsACurlWhoseImageHasNoEnd) {
+    const FakeCurl curl(R"(case "$*" in *-l*) echo VLX720FP0125.hex; exit 0;; esac
+head -c 20000000 /dev/zero > VLX720FP0125.hex
+sleep 600 & echo $! > "$(dirname "$0")/pid"; wait
+)");
+    CurlBench bench;
+    bench.run(RetrievalBench::curl);
+    EXPECT_TRUE(bench.hasLogged(QStringLiteral("curl was ended: more came than can be wanted.")));
+    EXPECT_TRUE(bench.hasLogged(QStringLiteral("Unable to copy file \"VLX720FP0125.hex\"")));
+    EXPECT_FALSE(QFileInfo::exists(bench.local(NewImage)));
+    const QByteArray state =
+        readFile(QStringLiteral("/proc/%1/stat").arg(readFile(curl.path(QStringLiteral("pid"))).toInt()));
+    EXPECT_FALSE(state.contains(") S ")) << state.toStdString();
 }
 
 TEST(cURLdownload, CanBeGivenUpAndCancelledInBothCalls) {
