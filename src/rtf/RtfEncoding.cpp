@@ -85,9 +85,14 @@ QByteArray RtfEncoding::convert(QByteArrayView bytes, std::int32_t from, std::in
     Converter* const aim = converter(to);
     if (!source || !aim)
         return {};
-    const QString text = source->decode(bytes);
-    // A byte that stands for nothing, such as the first half of a pair, may give no text at all.
-    return text.isEmpty() ? QByteArray(bytes.size(), '?') : QByteArray(aim->encode(text));
+    QString text = source->decode(bytes);
+    // Some converters read a micro sign as the Greek letter, which Mac Roman has not.
+    text.replace(u'\u03BC', u'\u00B5');
+    if (!text.isEmpty())
+        return aim->encode(text);
+    // Half a character may give no text at all, and must not wait for the other half.
+    source->decode.resetState();
+    return QByteArray(bytes.size(), '?');
 }
 
 QString RtfEncoding::toText(QByteArrayView bytes) {

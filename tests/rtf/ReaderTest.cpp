@@ -58,11 +58,13 @@ TEST(RtfReader, Text) {
         {R"(\ansicp1251\ansicp437\ansicpg1252\'e9)", "?"},           // neither of the two changes it
         {R"(\ansicp1361\'e9)",                    ""},               // no converter
         {R"(\ansicp932\'83\'41)",                 "?A"},
+        {R"(\ansicp865\'e6)",                     "\xB5"},           // a micro sign, not the Greek letter
         {"\\'zz\\'4zx",                           QByteArray("\0\4x", 3)},
         {R"(\u8217\'92 x)",                       "\xD5 x"},         // encoding 0: the character
         {R"(\u65 x)",                             "Ax"},
         {R"(\u65?x)",                             "A?x"},            // a plain fallback is text
         {R"(\ansi\u8217\'92x\u-3 y)",             "??x?y"},          // the digits, two to a character
+        {R"(\ansi\u5 x\u-3 y)",                  "?x?y"},           // half a character does not wait
         {R"(a\bin5 }}{\\b)",                      "ab"},
         {R"({\*\x\bin5 }}}}}y}a)",                "a"},
         {R"({\*\fonttbl{\f0 Arial;}}\f0 a)",      "a"},
