@@ -14,6 +14,7 @@ namespace {
 constexpr int FullProgress = 100;
 // Later styles are dropped.
 constexpr std::size_t MostStyles = 1 << 20;
+constexpr std::size_t MostCommandsOfStyles = 2 * RtfStylesheet::MostCommands;
 // Of a longer chain of styles, those at its base are left out.
 constexpr std::size_t LongestChain = 1000;
 constexpr char EndOfText = '\x03';
@@ -138,7 +139,8 @@ Task<> RtfParser::ParseStylesheet() {
 }
 
 void RtfParser::keepStyle(RtfStylesheet style) {
-    if (stylesheets.size() >= MostStyles)
+    m_commandsOfStyles += style.commands.size();
+    if (stylesheets.size() >= MostStyles || m_commandsOfStyles > MostCommandsOfStyles)
         return;
     stylesheets.push_back(std::move(style));
     m_stylesByNumber.emplace(stylesheets.back().id, &stylesheets.back());
@@ -199,22 +201,23 @@ void RtfParser::SkipFallback() {
 }
 
 void RtfParser::Test() {
-    QByteArray dump = "\r\rFonttable";
+    QByteArrayList fonts;
     for (std::int32_t i = 1; fonttable && i <= fonttable->count(); ++i) {
         const RtfFont::Entry& font = fonttable->entry(i);
-        dump += '\r' + QByteArray::number(font.id) + ' ' + font.family + ' ' + font.name;
+        fonts += QByteArray::number(font.id) + ' ' + font.family + ' ' + font.name;
     }
-    dump += "\r\rColortable";
+    QByteArrayList colors;
     for (std::int32_t i = 1; colortable && i <= colortable->count(); ++i) {
         const RtfRgb color = colortable->getcolor(i);
-        dump += '\r' + (Text::Hex2(color.red) + Text::Hex2(color.green) + Text::Hex2(color.blue)).toLatin1();
+        colors += (Text::Hex2(color.red) + Text::Hex2(color.green) + Text::Hex2(color.blue)).toLatin1();
     }
-    dump += "\r\rStylesheets";
+    QByteArrayList styles;
     for (const RtfStylesheet& style : stylesheets) {
-        dump += '\r' + QByteArray::number(style.id) + ' ' + style.label +
-                QByteArray::number(static_cast<qsizetype>(style.commands.size()) - 1);
+        styles += QByteArray::number(style.id) + ' ' + style.label +
+                  QByteArray::number(static_cast<qsizetype>(style.commands.size()) - 1);
         for (const RtfCommand& command : style.commands)
-            dump += '\r' + QByteArray::fromStdString(command.word);
+            styles += QByteArray::fromStdString(command.word);
     }
-    Write(dump + "\r\rEncoding " + encoding);
+    Write("\r\rFonttable\r" + fonts.join('\r') + "\r\rColortable\r" + colors.join('\r') +
+          "\r\rStylesheets\r" + styles.join('\r') + "\r\rEncoding " + encoding);
 }

@@ -87,6 +87,7 @@ private:
     std::deque<RtfStylesheet> stylesheets;
     // The first style of each number.
     std::unordered_map<std::int32_t, const RtfStylesheet*> m_stylesByNumber;
+    std::size_t m_commandsOfStyles = 0;
     std::int64_t m_replayed = 0;
     std::optional<RtfColor> colortable;
     std::optional<RtfFont> fonttable;

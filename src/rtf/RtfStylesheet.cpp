@@ -34,7 +34,7 @@ void RtfStylesheet::keep(const std::string& word, std::int32_t parameter) {
         id = parameter;
     else if (RtfIsWord(word, "sbasedon") || RtfIsWord(word, "snext"))
         sbasedon = parameter;
-    else
+    else if (commands.size() < MostCommands)
         commands.push_back({word, parameter});
 }
 

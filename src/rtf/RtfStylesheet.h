@@ -19,6 +19,8 @@ struct RtfCommand {
 
 struct RtfStylesheet {
     static constexpr std::int32_t None = 222;
+    // Later commands of a longer style are dropped.
+    static constexpr std::size_t MostCommands = 1 << 20;
 
     // Reads the style behind its "{", up to its "}".
     Task<> Parse(RtfStream& stream);

@@ -53,7 +53,7 @@ TEST(BadRtf, OddPlacesOfWords) {
         {R"(\u-5 a)",                           "a"},
         {R"(\ansi\u99999999999\'41a)",          "?????a"},
         {R"({\stylesheet{\s1\u A;}}\s1\'42b)",  "\x01" "b"},
-        {"\xFF\xFE{\0\\\0r\0t\0f\0",            "\xFF\xFE"},
+        {QByteArray("\xFF\xFE\\\0b\0 \0a\0", 10),   QByteArray("\xFF\xFE" "b\0 \0a\0", 8)},
     };
     for (const auto& [document, record] : rows)
         EXPECT_EQ(recordOf(document), record) << document.left(60).toStdString();

@@ -156,13 +156,18 @@ TEST(RtfReader, EveryKnownWordIsThereOnceAndTellsTheLook) {
 }
 
 TEST(RtfReader, ADumpNamesTheTables) {
-    Reading reading(
-        R"({\fonttbl{\f3\fswiss Arial;}}{\colortbl;\red255;}{\stylesheet{\s1\b\i Head;}{\s2 Sub;}})");
-    reading.parser.Test();
-    reading.target.SetState({});
-    EXPECT_EQ(reading.target.record.mid(reading.target.record.indexOf("\r\r")),
-              "\r\rFonttable\r3 fswiss Arial\r\rColortable\rFF0000\rFF0000"
-              "\r\rStylesheets\r1 Head1\rb\ri\r2 Sub-1\r\rEncoding ansi");
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "\r\rFonttable\r\r\rColortable\r\r\rStylesheets\r\r\rEncoding ansi"},
+        {R"({\fonttbl{\f3\fswiss Arial;}}{\colortbl;\red255;}{\stylesheet{\s1\b\i Head;}{\s2 Sub;}})",
+         "\r\rFonttable\r3 fswiss Arial\r\rColortable\rFF0000\rFF0000"
+         "\r\rStylesheets\r1 Head1\rb\ri\r2 Sub-1\r\rEncoding ansi"},
+    };
+    for (const auto& [document, dump] : rows) {
+        Reading reading(document);
+        reading.parser.Test();
+        reading.target.SetState({});
+        EXPECT_EQ(reading.target.record.mid(reading.target.record.indexOf("\r\r")), dump);
+    }
 }
 
 TEST(RtfTables, AreBuiltByHandAndWrittenAsRtf) {
