@@ -53,7 +53,8 @@ TEST_F(Field, ShowsLooksAndExportsThem) {
         {R"(\expnd8 a\expnd-1 b\expnd0 c)", "[expanded 3]a[expanded -3]b[]c"},
         {R"(\qc a\par\qr b\par\pard c)", "[align 2]a[align 3]\rb[]\rc"},
         {R"(\qj a)", "a"},
-        {R"(\caps ab\'c9)", "AB\xC9"},
+        {R"({\b a\par}\plain b\'ca b)", "[bold]a\r[]b\xCA b"},
+        {R"(\caps ab\'c9\'b5)", "AB\xC9\xB5"},
         {R"(\smcaps Ab1\'8e)", "A[10]B[]1[10]\x83"},
         {R"(\fs-3 a\fs9999 b)", "[1]a[288]b"},
         {"", ""},
@@ -221,6 +222,7 @@ TEST_F(NotesWindow, DamageIsSaidAndTheWindowStaysUsable) {
     save(QStringLiteral("vlxfwnotes.rtf"), "{a}}");
     choose();
     EXPECT_TRUE(remark().contains(QStringLiteral("damaged")));
+    view()->resize(800, 900);
     EXPECT_GT(field()->y(), view()->height());
     save(QStringLiteral("vlxfwnotes.rtf"), R"({\cf1 a})");
     choose();

@@ -60,7 +60,8 @@ InsertionPoint::InsertionPoint(QTextDocument* document, const QColor& automatic)
 
 void InsertionPoint::setSelStart(int position) {
     m_cursor.setPosition(position);
-    m_look = m_cursor.charFormat();
+    // The look of the character before it, be that the end of a paragraph.
+    m_look = m_cursor.atBlockStart() ? m_cursor.blockCharFormat() : m_cursor.charFormat();
     changed();
 }
 

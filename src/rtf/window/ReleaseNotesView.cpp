@@ -74,22 +74,9 @@ void ReleaseNotesView::Show(std::unique_ptr<QFile> file, const QString& title) {
 }
 
 Task<> ReleaseNotesView::read(std::unique_ptr<QFile> file) {
-    m_isReading = true;
-    const auto ended = qScopeGuard([this] { m_isReading = false; });
     QByteArray bytes = co_await load(*file, m_clock);
     RtfStream stream(std::move(bytes), m_clock);
-    try {
-        co_await readInto(stream);
-    } catch (...) {
-        StaticText1->setText(Broken);
-        throw;
-    }
-}
-
-Task<> ReleaseNotesView::readInto(RtfStream& stream) {
-    const InstalledFonts installed(QFontDatabase::families() + StandIns);
-    RtfParser parser(m_clock, installed, [this] { return m_isCancelled; });
-    const RtfParser::Ending ending = co_await parser.Parse(stream, *RtfEditField1);
+    const RtfParser::Ending ending = co_await readInto(stream);
     if (ending == RtfParser::Ending::TooManyEnds)
         StaticText1->setText(Damaged);
     else if (ending == RtfParser::Ending::Cancelled)
@@ -98,6 +85,20 @@ Task<> ReleaseNotesView::readInto(RtfStream& stream) {
         StaticText1->setText(TooLong);
     if (ending != RtfParser::Ending::TooManyEnds)
         co_await RtfEditField1->layOut();
+}
+
+Task<RtfParser::Ending> ReleaseNotesView::readInto(RtfStream& stream) {
+    m_isReading = true;
+    const auto ended = qScopeGuard([this] { m_isReading = false; });
+    const InstalledFonts installed(QFontDatabase::families() + StandIns);
+    RtfParser parser(m_clock, installed, [this] { return m_isCancelled; });
+    try {
+        const RtfParser::Ending ending = co_await parser.Parse(stream, *RtfEditField1);
+        co_return ending;
+    } catch (...) {
+        StaticText1->setText(Broken);
+        throw;
+    }
 }
 
 // Every way of closing comes through here: the button, the close box, Escape.
@@ -114,11 +115,11 @@ void ReleaseNotesView::keyPressEvent(QKeyEvent* event) {
         QDialog::keyPressEvent(event);
 }
 
-// The field's top is left alone: while it is filled it is out of sight.
 void ReleaseNotesView::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
     const QSize grown = size() - DesignSize;
     RtfEditField1->resize(FieldPlace.size() + grown);
+    RtfEditField1->stayAway();
     const QSize button = BevelButton1->sizeHint().expandedTo(ButtonPlace.size());
     const QPoint corner = ButtonPlace.bottomRight() + QPoint(grown.width(), grown.height());
     BevelButton1->setGeometry(QRect(corner - QPoint(button.width() - 1, button.height() - 1), button));

@@ -26,7 +26,6 @@ public:
 
     // Shows the window and reads the open file into it, in place of what it shows.
     void Show(std::unique_ptr<QFile> file, const QString& title);
-    bool isReading() const { return m_isReading; }
 
     void done(int result) override;
 
@@ -36,7 +35,7 @@ protected:
 
 private:
     Task<> read(std::unique_ptr<QFile> file);
-    Task<> readInto(RtfStream& stream);
+    Task<RtfParser::Ending> readInto(RtfStream& stream);
 
     Clock& m_clock;
     Globals& m_globals;

@@ -7,6 +7,7 @@
 #include <QGlyphRun>
 #include <QPainter>
 #include <QPointer>
+#include <QRawFont>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -16,11 +17,13 @@
 
 namespace {
 
-constexpr double SmallCapital = 0.8;  // of the size
-constexpr double WideSpacing = 3.0;   // what a letter spacing reads as
+constexpr double SmallCapital = 0.8;       // of the size
+constexpr double WideSpacing = 3.0;        // what a letter spacing reads as
+constexpr qsizetype LongestBuffer = 1024;  // characters
 constexpr int FullProgress = 100;
 constexpr int ProgressStep = 100;
-constexpr QColor ShadowColor(128, 128, 128, 150);
+constexpr double ShadowAside = 0.1;  // of the size
+constexpr QColor ShadowColor(128, 128, 128, 220);
 
 // Swallows the timer with which the toolkit lays out, in steps that grow to a tenth of a second.
 class TimerFilter final : public QObject {
@@ -28,9 +31,19 @@ protected:
     bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::Timer; }
 };
 
+// Mac Roman has no capital of these: a "µ" would become a letter that looks like an M.
+const QString WithoutCapital = QStringLiteral("\u00B5\u0192\u03C0");
+
+QString upperCase(const QString& text) {
+    QString result;
+    for (const QChar character : text)
+        result += WithoutCapital.contains(character) ? QString(character) : QString(character).toUpper();
+    return result;
+}
+
 bool isSmallLetter(const QString& text, qsizetype at) {
     const QString character = text.mid(at, 1);
-    return Text::StrComp(character, character.toUpper()) != 0;
+    return Text::StrComp(character, upperCase(character)) != 0;
 }
 
 }  // namespace
@@ -39,7 +52,6 @@ RtfEditField::RtfEditField(Clock& clock, Dialogs& dialogs, QWidget* parent)
     : QTextEdit(parent), m_clock(clock), m_dialogs(dialogs), m_insertion(document()) {
     setReadOnly(true);
     setUndoRedoEnabled(false);
-    setCursorWidth(0);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
@@ -50,6 +62,14 @@ void RtfEditField::SetState(const RtfState& state) {
         setLook(state);
     currentstate = state;
     m_isLookStale = false;
+}
+
+// No look can come between what has gathered and what follows: of a long text a part is placed already, so
+// that none takes long.
+void RtfEditField::Write(QByteArrayView text) {
+    buffer.append(text);
+    if (buffer.size() >= LongestBuffer)
+        WriteBuffer();
 }
 
 void RtfEditField::setLook(const RtfState& state) {
@@ -71,7 +91,7 @@ bool RtfEditField::Preprocess() {
     if (!m_isAway)
         oldtop = y();
     m_isAway = true;
-    move(x(), window()->height() + 1);
+    stayAway();
     clear();
     delete m_read;
     m_read = new QTextDocument(this);
@@ -84,11 +104,21 @@ bool RtfEditField::Preprocess() {
     return true;
 }
 
+void RtfEditField::stayAway() {
+    if (m_isAway)
+        move(x(), window()->height() + 1);
+}
+
 bool RtfEditField::Postprocess() {
     WriteBuffer();
     // The toolkit deletes the one that it has made itself.
     const QPointer<QTextDocument> former = document();
+    // Or the toolkit would lay out a good part of it for other lines first.
+    m_read->setDefaultTextOption(former->defaultTextOption());
+    m_read->setTextWidth(viewport()->width());
     setDocument(m_read);
+    // The toolkit keeps it with the document.
+    setCursorWidth(0);
     m_read = nullptr;
     delete former;
     move(x(), oldtop);
@@ -110,7 +140,7 @@ void RtfEditField::WriteBuffer() {
     if (currentstate->smallcapitals)
         writeSmallCapitals(text);
     else
-        m_insertion.setSelText(currentstate->capitals ? text.toUpper() : text);
+        m_insertion.setSelText(currentstate->capitals ? upperCase(text) : text);
 }
 
 // Runs of small letters and of others, which is the same as letter by letter.
@@ -128,7 +158,7 @@ void RtfEditField::writeSmallCapitals(const QString& text) {
         }
         const int size = static_cast<int>(m_insertion.SelTextSize());
         m_insertion.setSelTextSize(std::ceil(size * SmallCapital));
-        m_insertion.setSelText(run.toUpper());
+        m_insertion.setSelText(upperCase(run));
         m_insertion.setSelTextSize(size);
         m_isLookStale = true;
     }
@@ -170,7 +200,7 @@ bool RtfEditField::StyleChanged(const RtfState& state) const {
         return true;
     const bool isLeft = m_insertion.SelAlignment() == RtfAlignment::Left;
     return state.alignment != m_insertion.SelAlignment() &&
-           !(state.alignment == RtfAlignment::Justified && isLeft);
+           (state.alignment != RtfAlignment::Justified || !isLeft);
 }
 
 Task<> RtfEditField::Export(RtfTarget& target) {
@@ -178,7 +208,9 @@ Task<> RtfEditField::Export(RtfTarget& target) {
         progress->setMaximum(FullProgress);
     if (!target.Preprocess())
         co_return;
-    const QByteArray text = RtfEncoding::fromText(toPlainText()).replace('\n', '\r');
+    // As it stands: toPlainText would turn hard blanks into common ones.
+    const QByteArray text = RtfEncoding::fromText(
+        document()->toRawText().replace(QChar::ParagraphSeparator, QChar::CarriageReturn));
     std::optional<RtfState> st;
     const int length = static_cast<int>(text.size());
     for (int i = 1; i <= std::max(length, 1); ++i) {
@@ -217,7 +249,7 @@ void RtfEditField::paintEvent(QPaintEvent* event) {
     QTextEdit::paintEvent(event);
 }
 
-// The toolkit knows no shadow: the same letters once more, a pixel aside and below the text.
+// The toolkit knows no shadow: the same letters once more, aside and below the text.
 void RtfEditField::paintShadows() {
     QPainter painter(viewport());
     painter.setPen(ShadowColor);
@@ -226,10 +258,12 @@ void RtfEditField::paintShadows() {
     for (QTextBlock block = cursorForPosition(QPoint(0, 0)).block(); block.isValid(); block = block.next()) {
         if (document()->documentLayout()->blockBoundingRect(block).top() > bottom)
             break;
-        const QPointF place = block.layout()->position() + QPointF(1, 1) - origin;
+        const QPointF place = block.layout()->position() - origin;
         for (auto part = block.begin(); !part.atEnd(); ++part)
             if (InsertionPoint::hasShadow(part.fragment().charFormat()))
-                for (const QGlyphRun& letters : part.fragment().glyphRuns())
-                    painter.drawGlyphRun(place, letters);
+                for (const QGlyphRun& letters : part.fragment().glyphRuns()) {
+                    const qreal aside = letters.rawFont().pixelSize() * ShadowAside;
+                    painter.drawGlyphRun(place + QPointF(aside, aside), letters);
+                }
     }
 }

@@ -22,7 +22,7 @@ public:
     RtfEditField(Clock& clock, Dialogs& dialogs, QWidget* parent);
 
     void SetState(const RtfState& state) override;
-    void Write(QByteArrayView text) override { buffer.append(text); }
+    void Write(QByteArrayView text) override;
     bool Preprocess() override;
     bool Postprocess() override;
 
@@ -36,6 +36,8 @@ public:
     // The look at the insertion point; none when there is no document.
     std::optional<RtfState> GetState() const;
 
+    // To be called when the window's height has changed: out of sight is below its end.
+    void stayAway();
     // Lays the shown document out in steps that let the window live; the toolkit's own grow too long.
     Task<> layOut();
     // The document was too long, and its end is not there.
