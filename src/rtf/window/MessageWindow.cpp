@@ -10,6 +10,9 @@
 namespace {
 
 constexpr QSize DesignSize(333, 120);
+constexpr QMargins Margins(14, 12, 20, 12);
+constexpr QSize NotesButton(163, 22);
+constexpr QSize CloseButton(69, 22);
 
 }  // namespace
 
@@ -28,6 +31,8 @@ MessageWindow::MessageWindow(Clock& clock, Globals& globals, Flows::ErrorHandler
                                      QStringLiteral("BevelButton1"), tr("View the release notes"));
     auto* const BevelButton2 = named(new QPushButton(QStringLiteral("Close")), QStringLiteral("BevelButton2"),
                                      tr("Close this message"));
+    BevelButton1->setMinimumSize(NotesButton);
+    BevelButton2->setMinimumSize(CloseButton);
     BevelButton2->setDefault(true);
     connect(BevelButton1, &QPushButton::clicked, this, &MessageWindow::BevelButton1_Action);
     connect(BevelButton2, &QPushButton::clicked, this, &MessageWindow::BevelButton2_Action);
@@ -37,6 +42,7 @@ MessageWindow::MessageWindow(Clock& clock, Globals& globals, Flows::ErrorHandler
     buttons->addStretch();
     buttons->addWidget(BevelButton2);
     auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(Margins);
     rows->addWidget(StaticText1, 1, Qt::AlignCenter);
     rows->addLayout(buttons);
     setFixedSize(DesignSize.expandedTo(sizeHint()));
