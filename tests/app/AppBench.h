@@ -46,7 +46,8 @@ public:
 
     void launch() {
         m_app = std::make_unique<App>(
-            m_bench.platform, [this](const std::exception_ptr&) { ++errors; }, [this] { ++quits; });
+            m_bench.platform, [this](const std::exception_ptr&) { ++errors; }, [this] { ++quits; },
+            firmwareServer);
         m_app->Event_Open();
     }
 
@@ -88,6 +89,7 @@ public:
     SimulatedPortList& ports() { return m_bench.ports; }
     ScriptedDialogs& dialogs() { return m_bench.dialogs; }
 
+    FirmwareServer firmwareServer = FirmwareServer::makers();
     int errors = 0;
     int quits = 0;
 

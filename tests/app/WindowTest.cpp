@@ -1,10 +1,13 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTcpServer>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -225,6 +228,46 @@ TEST(WindowTest, OnlyOneFlowOfTheFirmwareTabRunsAtATime) {
     bench.clock().advance(5s);
     EXPECT_EQ(bench.port().written(), ";;;;;;I;^RVM;");
     EXPECT_EQ(bench.window().focusWidget(), bench.control<QPushButton>(QStringLiteral("GetRevButton")));
+}
+
+// A server that takes connections and never says a word.
+TEST(WindowTest, CopyingIsStartedOnceAndGivenUpByEscapeOrTheMenu) {
+    QTcpServer silent;
+    silent.listen(QHostAddress::LocalHost);
+    AppBench bench;
+    bench.firmwareServer = FirmwareServer::at(QStringLiteral("127.0.0.1:%1").arg(silent.serverPort()), {});
+    bench.start();
+    bench.chooseTab(Tab::Firmware);
+    auto* const button = bench.control<QPushButton>(QStringLiteral("GetRevButton1"));
+    auto* const giveUp = bench.control<QAction>(QStringLiteral("GiveUpCopying"));
+    button->setFocus();
+    const auto logs = [&](const char* text, int times) {
+        for (int i = 0; i < 500 && bench.logText().count(QLatin1String(text)) < times; ++i) {
+            bench.clock().advance(10ms);
+            QTest::qWait(1);
+        }
+        return bench.logText().count(QLatin1String(text)) == times;
+    };
+    for (int round = 1; round <= 2; ++round) {
+        EXPECT_FALSE(giveUp->isEnabled());
+        button->click();
+        EXPECT_TRUE(logs("Connecting to", round));
+        button->click();
+        EXPECT_TRUE(logs("Files are being copied from Tessarin already.", round));
+        if (round == 1) {
+            QTest::keyClick(button, Qt::Key_Escape);
+        } else {
+            const QPoint middle = button->rect().center();
+            QContextMenuEvent menu(QContextMenuEvent::Keyboard, middle, button->mapToGlobal(middle));
+            QApplication::sendEvent(button, &menu);
+            auto* const shown = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_TRUE(shown && shown->actions().contains(giveUp));
+            giveUp->trigger();
+            shown->close();
+        }
+        EXPECT_TRUE(logs("Copying from Tessarin was given up.", round));
+        EXPECT_TRUE(button->isEnabled());
+    }
 }
 
 }  // namespace
