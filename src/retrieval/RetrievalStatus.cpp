@@ -14,7 +14,7 @@ std::int32_t sizeIn(const QString& reply) {
 
 void RetrievalStatus::Error_FTP(const QString& text) {
     FTPStatusClass::Error_FTP(text);
-    lastError = text;
+    lastError = text.trimmed();
     m_receiver.ended();
 }
 
