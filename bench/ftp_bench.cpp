@@ -165,6 +165,7 @@ public:
         logon();
         m_session->ServerDirectory = QStringLiteral("/work/names");
         const double before = residentMemory();
+        m_status->isDone = false;
         const double seconds = timed([this] {
             m_session->GetDir();
             while (m_session->GetCurrentFTPStep() != u"NEXTTYPE" && !m_status->isDone)
