@@ -64,6 +64,8 @@ public:
     void noteFile(const QString& path) {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const SaveFileRequest& asked = dialogs.saveRequests.back();
+        note("dialog", QStringList{asked.title, asked.suggestedName, asked.type.extension}.join(u'|'));
         note("file", QString::fromLatin1(file.readAll()));
     }
     void note(const char* what, const QString& text) {
