@@ -1,7 +1,5 @@
 #include "QtDialogs.h"
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
@@ -12,7 +10,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <stdexcept>
 
+#include "Child.h"
 #include "Errors.h"
 #include "EventLoop.h"
 #include "SystemClock.h"
@@ -30,7 +30,8 @@ W* shown(const char* name) {
         }
         return found != nullptr;
     };
-    EXPECT_TRUE(turnUntil(isShown, std::chrono::seconds(5))) << name;
+    if (!turnUntil(isShown, std::chrono::seconds(5)))
+        throw std::runtime_error(name);
     return found;
 }
 
@@ -75,32 +76,29 @@ protected:
 };
 
 TEST_F(DialogsTest, AMessageBoxIsAwaitedAndTheFlowGoesOnFromTheLoop) {
-    const Task<> task = dialogs.MsgBox(QStringLiteral("<b>not markup</b>"));
-    EXPECT_FALSE(task.isDone());
-    auto* box = shown<QMessageBox>("MsgBox");
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), QStringLiteral("<b>not markup</b>"));
-    EXPECT_EQ(box->textFormat(), Qt::PlainText);
-    EXPECT_EQ(box->parentWidget(), window.get());
-    box->button(QMessageBox::Ok)->click();
-    EXPECT_FALSE(task.isDone());
-    EXPECT_TRUE(ends(task));
+    for (const auto& [kind, sign] :
+         {std::pair{BoxKind::Failure, QMessageBox::Warning}, {BoxKind::Notice, QMessageBox::Information}}) {
+        const Task<> task = dialogs.MsgBox(QStringLiteral("<b>not markup</b>"), kind);
+        EXPECT_FALSE(task.isDone());
+        auto* box = shown<QMessageBox>("MsgBox");
+        EXPECT_EQ(box->windowTitle(), QStringLiteral("VLX Utility"));
+        EXPECT_EQ(box->icon(), sign);
+        EXPECT_EQ(box->text(), QStringLiteral("<b>not markup</b>"));
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_EQ(box->parentWidget(), window.get());
+        box->button(QMessageBox::Ok)->click();
+        EXPECT_FALSE(task.isDone());
+        EXPECT_TRUE(ends(task));
+    }
 }
 
 TEST_F(DialogsTest, TheCautionDialogAnswersByItsButtons) {
-    struct {
-        const char* button;
-        bool isAction;
-    } const rows[] = {{"ActionButton", true}, {"AlternateActionButton", false}};
-    for (const auto& row : rows) {
+    for (const auto& [name, isAction] : {std::pair{"ActionButton", true}, {"AlternateActionButton", false}}) {
         Task<bool> task = dialogs.askCaution(Question);
         auto* box = shown<QMessageBox>("MessageDialog");
-        ASSERT_NE(box, nullptr);
-        auto* button = box->findChild<QAbstractButton*>(QLatin1String(row.button));
-        ASSERT_NE(button, nullptr);
-        button->click();
+        child<QAbstractButton>(*box, QLatin1String(name))->click();
         ASSERT_TRUE(ends(task));
-        EXPECT_EQ(task.result(), row.isAction) << row.button;
+        EXPECT_EQ(task.result(), isAction) << name;
     }
 
     Task<bool> escaped = dialogs.askCaution(Question);
@@ -111,18 +109,12 @@ TEST_F(DialogsTest, TheCautionDialogAnswersByItsButtons) {
 
 TEST_F(DialogsTest, ADialogThatGoesWithItsWindowCancelsItsFlow) {
     Task<> message = dialogs.MsgBox(QStringLiteral("Error opening serial port"));
-    shown<QMessageBox>("MsgBox");
-    window.reset();
-    EXPECT_TRUE(ends(message));
-    EXPECT_THROW(message.result(), FlowCancelled);
-
-    window = std::make_unique<QWidget>();
-    window->show();
-    dialogs.setMainWindow(window.get());
     Task<bool> question = dialogs.askCaution(Question);
+    shown<QMessageBox>("MsgBox");
     shown<QMessageBox>("MessageDialog");
     window.reset();
-    ASSERT_TRUE(ends(question));
+    EXPECT_TRUE(ends(message) && ends(question));
+    EXPECT_THROW(message.result(), FlowCancelled);
     EXPECT_THROW(question.result(), FlowCancelled);
 }
 
@@ -143,7 +135,6 @@ TEST_F(DialogsTest, TheSecondOfTwoBoxesStaysUntilItIsRead) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     turnFor(std::chrono::milliseconds(20));
     auto* second = shown<QMessageBox>("MsgBox");
-    ASSERT_NE(second, nullptr);
     EXPECT_EQ(second->text(), QStringLiteral("second"));
     EXPECT_EQ(second->parentWidget(), window.get());
     EXPECT_EQ(read, 1);
@@ -166,20 +157,6 @@ TEST_F(DialogsTest, ABoxIsNoParentOfAnother) {
     EXPECT_TRUE(ends(question));
 }
 
-TEST_F(DialogsTest, BoxesAreTitledAndFailuresCarryASign) {
-    const Task<> failure = dialogs.MsgBox(QStringLiteral("failed"));
-    auto* box = shown<QMessageBox>("MsgBox");
-    EXPECT_EQ(box->windowTitle(), QStringLiteral("VLX Utility"));
-    EXPECT_EQ(box->icon(), QMessageBox::Warning);
-    box->button(QMessageBox::Ok)->click();
-    ASSERT_TRUE(ends(failure));
-    const Task<> notice = dialogs.MsgBox(QStringLiteral("done"), BoxKind::Notice);
-    box = shown<QMessageBox>("MsgBox");
-    EXPECT_EQ(box->icon(), QMessageBox::Information);
-    box->button(QMessageBox::Ok)->click();
-    ASSERT_TRUE(ends(notice));
-}
-
 TEST_F(DialogsTest, CancellingATaskClosesItsDialog) {
     {
         const Task<> task = dialogs.MsgBox(QStringLiteral("gone soon"));
@@ -195,37 +172,23 @@ TEST_F(DialogsTest, CancellingATaskClosesItsDialog) {
     }
 }
 
-TEST_F(DialogsTest, ASavedFileGetsItsExtension) {
+TEST_F(DialogsTest, ASavedFileGetsItsExtensionBesideTheOneThatIsRemembered) {
     const QTemporaryDir folder;
-    Task<QString> task =
-        dialogs.saveFile({.title = QStringLiteral("Save As"),
-                          .prompt = QString(),
-                          .initialFolder = folder.path(),
-                          .suggestedName = QStringLiteral("SN00123.20110302T040506"),
-                          .type = {QStringLiteral("VLX Configuration File"), QStringLiteral(".VLXConfig")}});
-    auto* dialog = shown<QFileDialog>("SaveDialog");
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Save As"));
-    static_cast<QDialog*>(dialog)->accept();
-    ASSERT_TRUE(ends(task));
-    EXPECT_EQ(task.result(), folder.filePath(QStringLiteral("SN00123.20110302T040506.VLXConfig")));
-}
-
-TEST_F(DialogsTest, BeginsBesideTheFileThatIsRemembered) {
-    const QTemporaryDir folder;
-    QFile existing(folder.filePath(QStringLiteral("old.VLXFaultTable")));
+    QFile existing(folder.filePath(QStringLiteral("old.VLXConfig")));
     ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
-    Task<QString> task = dialogs.saveFile(
-        {.title = QStringLiteral("Save As"),
-         .prompt = QString(),
-         .initialFolder = existing.fileName(),
-         .suggestedName = QStringLiteral("new"),
-         .type = {QStringLiteral("VLX Fault Table File"), QStringLiteral(".VLXFaultTable")}});
-    auto* dialog = shown<QFileDialog>("SaveDialog");
-    ASSERT_NE(dialog, nullptr);
-    static_cast<QDialog*>(dialog)->accept();
-    ASSERT_TRUE(ends(task));
-    EXPECT_EQ(task.result(), folder.filePath(QStringLiteral("new.VLXFaultTable")));
+    for (const QString& begin : {folder.path(), existing.fileName()}) {
+        Task<QString> task = dialogs.saveFile(
+            {.title = QStringLiteral("Save As"),
+             .prompt = QString(),
+             .initialFolder = begin,
+             .suggestedName = QStringLiteral("SN00123.20110302T040506"),
+             .type = {QStringLiteral("VLX Configuration File"), QStringLiteral(".VLXConfig")}});
+        auto* dialog = shown<QFileDialog>("SaveDialog");
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Save As"));
+        static_cast<QDialog*>(dialog)->accept();
+        ASSERT_TRUE(ends(task));
+        EXPECT_EQ(task.result(), folder.filePath(QStringLiteral("SN00123.20110302T040506.VLXConfig")));
+    }
 }
 
 TEST_F(DialogsTest, AFileIsReplacedOnlyWhenTheUserSaysSo) {
@@ -240,10 +203,8 @@ TEST_F(DialogsTest, AFileIsReplacedOnlyWhenTheUserSaysSo) {
     Task<QString> task = dialogs.saveFile(request);
     for (const char* answer : {"AlternateActionButton", "ActionButton"}) {
         auto* dialog = shown<QFileDialog>("SaveDialog");
-        ASSERT_NE(dialog, nullptr);
         static_cast<QDialog*>(dialog)->accept();
         auto* question = shown<QMessageBox>("MessageDialog");
-        ASSERT_NE(question, nullptr);
         EXPECT_TRUE(question->text().contains(QStringLiteral("old.VLXConfig")));
         question->findChild<QAbstractButton*>(QLatin1String(answer))->click();
     }
@@ -263,7 +224,6 @@ TEST_F(DialogsTest, FilesAndFoldersAreChosenByAbsolutePath) {
     Task<QString> opened = dialogs.openFile(
         {QStringLiteral("Open"), folder.path(), {QStringLiteral("Files"), QStringLiteral(".VLXConfig")}});
     auto* openDialog = shown<QFileDialog>("OpenDialog");
-    ASSERT_NE(openDialog, nullptr);
     openDialog->findChild<QLineEdit*>()->setText(QStringLiteral("a.VLXConfig"));
     static_cast<QDialog*>(openDialog)->accept();
     ASSERT_TRUE(ends(opened));
@@ -271,7 +231,6 @@ TEST_F(DialogsTest, FilesAndFoldersAreChosenByAbsolutePath) {
 
     Task<QString> chosen = dialogs.selectFolder({folder.path(), QStringLiteral("Choose Folder")});
     auto* folderDialog = shown<QFileDialog>("SelectFolderDialog");
-    ASSERT_NE(folderDialog, nullptr);
     EXPECT_EQ(folderDialog->labelText(QFileDialog::Accept), QStringLiteral("Choose Folder"));
     folderDialog->findChild<QLineEdit*>()->setText(folder.path());
     static_cast<QDialog*>(folderDialog)->accept();

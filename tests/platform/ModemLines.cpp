@@ -1,69 +1,27 @@
 #include "ModemLines.h"
 
 #include <linux/serial.h>
-#include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <cerrno>
 #include <cstdarg>
 
+ModemLines modemLines;
+
 namespace {
 
-constexpr int Watched = TIOCM_DTR | TIOCM_RTS;
-
-struct Lines {
-    int state = Watched;
-    int raised = 0;
-    bool refused = false;
-    int held = 0;
-    bool transmitterKnown = false;
-    unsigned int serialFlags = 0;
-} lines;
-
 int setLines(int state) {
-    if (lines.refused) {
+    if (modemLines.refused) {
         errno = EIO;
         return -1;
     }
-    if ((state & ~lines.state & Watched) != 0)
-        ++lines.raised;
-    lines.state = state;
+    if ((state & ~modemLines.state & (TIOCM_DTR | TIOCM_RTS)) != 0)
+        ++modemLines.timesRaised;
+    modemLines.state = state;
     return 0;
 }
 
 }  // namespace
-
-void ModemLines::opened() {
-    lines = {};
-}
-
-bool ModemLines::isDtrRaised() {
-    return (lines.state & TIOCM_DTR) != 0;
-}
-
-bool ModemLines::isRtsRaised() {
-    return (lines.state & TIOCM_RTS) != 0;
-}
-
-int ModemLines::timesRaised() {
-    return lines.raised;
-}
-
-void ModemLines::refuse() {
-    lines.refused = true;
-}
-
-void ModemLines::setHeldByDriver(int count) {
-    lines.held = count;
-}
-
-void ModemLines::setTransmitterKnown(bool isKnown) {
-    lines.transmitterKnown = isKnown;
-}
-
-bool ModemLines::isLowLatency() {
-    return (lines.serialFlags & ASYNC_LOW_LATENCY) != 0;
-}
 
 // Stands before the system's own in this program and its libraries.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system names them with underscores
@@ -75,21 +33,21 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept {
     int* lineBits = static_cast<int*>(argument);
     switch (request) {
         case TIOCMGET:
-            *lineBits = lines.state;
+            *lineBits = modemLines.state;
             return 0;
         case TIOCMSET:
             return setLines(*lineBits);
         case TIOCMBIS:
-            return setLines(lines.state | *lineBits);
+            return setLines(modemLines.state | *lineBits);
         case TIOCMBIC:
-            return setLines(lines.state & ~*lineBits);
+            return setLines(modemLines.state & ~*lineBits);
         case TIOCOUTQ:
-            if (lines.held == 0)
+            if (modemLines.heldByDriver == 0)
                 break;
-            *lineBits = lines.held;
+            *lineBits = modemLines.heldByDriver;
             return 0;
         case TIOCSERGETLSR:
-            if (!lines.transmitterKnown)
+            if (!modemLines.knowsTransmitter)
                 break;
             *lineBits = TIOCSER_TEMT;
             return 0;
@@ -97,7 +55,7 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept {
             *static_cast<serial_struct*>(argument) = {};
             return 0;
         case TIOCSSERIAL:
-            lines.serialFlags = static_cast<unsigned int>(static_cast<serial_struct*>(argument)->flags);
+            modemLines.isLowLatency = (static_cast<serial_struct*>(argument)->flags & ASYNC_LOW_LATENCY) != 0;
             return 0;
         default:
             break;

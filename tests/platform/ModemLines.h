@@ -2,24 +2,16 @@
 // A pseudo-terminal has no lines, so they are played; all other requests go on to the system.
 #pragma once
 
-namespace ModemLines {
+#include <sys/ioctl.h>
 
-// The system has just opened a port: it has raised DTR and RTS. Forgets what was recorded.
-void opened();
+struct ModemLines {
+    // The system has just opened a port: it has raised DTR and RTS.
+    int state = TIOCM_DTR | TIOCM_RTS;
+    int timesRaised = 0;            // how often one was set while it was to stay down
+    bool refused = false;           // requests for the lines fail as on an adapter without them
+    int heldByDriver = 0;           // bytes; 0 asks the system
+    bool knowsTransmitter = false;  // the driver can tell that its transmitter is empty, and says that it is
+    bool isLowLatency = false;      // the driver was asked for it
+};
 
-bool isDtrRaised();
-bool isRtsRaised();
-// How often DTR or RTS was set while it was to stay down.
-int timesRaised();
-
-// From now on requests for the lines fail as on an adapter without them.
-void refuse();
-
-// Bytes that the driver says it holds from now on; 0 asks the system.
-void setHeldByDriver(int count);
-// Whether the driver can tell that its transmitter is empty, and says that it is.
-void setTransmitterKnown(bool isKnown);
-// Whether the driver was asked for low latency since opened().
-bool isLowLatency();
-
-}  // namespace ModemLines
+extern ModemLines modemLines;

@@ -39,11 +39,4 @@ TEST(PortList, APortByNameNeedNotExist) {
     EXPECT_EQ(byName.path, QStringLiteral("/dev/ttyUSB0"));
 }
 
-TEST(PortList, TheCountAndThePortsAgree) {
-    QtPortList ports;
-    const int count = ports.SerialPortCount();
-    for (int index = 0; index < count; ++index)
-        EXPECT_FALSE(ports.SerialPort(index).Name.isEmpty());
-}
-
 }  // namespace
