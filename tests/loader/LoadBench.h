@@ -17,11 +17,7 @@ struct LoadBench : AmplifierBench {
         port.Open();
     }
 
-    static Vlx720::Settings startingIn(Vlx720::State state) {
-        Vlx720::Settings settings;
-        settings.state = state;
-        return settings;
-    }
+    static Vlx720::Settings startingIn(Vlx720::State state) { return {.state = state}; }
 
     // Makes this the newest image of the folder.
     void install(const QByteArray& hexText) {

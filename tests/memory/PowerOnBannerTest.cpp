@@ -56,24 +56,6 @@ TEST_F(Banner, AReadThatFailsIsEmpty) {
     EXPECT_EQ(dialogs.shown, QStringList());
 }
 
-TEST_F(Banner, WritesTheTerminatorFirst) {
-    EXPECT_TRUE(writeBanner(QStringLiteral("AB")));
-    EXPECT_EQ(line_and_log, QStringList({"out ^EW00520100AD;", "out ^EW00500241422B;"}));
-    EXPECT_EQ(readBanner(), QStringLiteral("AB"));
-}
-
-TEST_F(Banner, AnEmptyOneIsOneByte) {
-    EXPECT_TRUE(writeBanner(QString()));
-    EXPECT_EQ(line_and_log, QStringList("out ^EW005001FFB0;"));
-    EXPECT_EQ(readBanner(), QString());
-}
-
-TEST_F(Banner, TheTerminatorOfEightLiesBehindItsPlace) {
-    EXPECT_TRUE(writeBanner(QStringLiteral("ABCDEFGH")));
-    EXPECT_EQ(amplifier.eeprom().read(0, 0x50, 9), QByteArray("ABCDEFGH\0", 9));
-    EXPECT_EQ(readBanner(), QStringLiteral("ABCDEFGH"));
-}
-
 TEST_F(Banner, IsNotWrittenWhenItCannotBe) {
     EXPECT_FALSE(writeBanner(QStringLiteral("ABCDEFGHI")));
     globals.m_FirmwareStatus = FirmwareStatus::Bootloader;
@@ -89,11 +71,6 @@ TEST_F(Banner, IsNotWrittenWhenThePortGoes) {
     EXPECT_TRUE(clock.run(flow, 50ms));
     EXPECT_FALSE(flow.result());
     EXPECT_FALSE(writeBanner(QString()));
-}
-
-TEST_F(Banner, ARefusedWriteGoesUnnoticed) {
-    amplifier.misbehave({Kind::MemoryNoAnswer});
-    EXPECT_TRUE(writeBanner(QStringLiteral("AB")));
 }
 
 }  // namespace
