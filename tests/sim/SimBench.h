@@ -31,15 +31,3 @@ protected:
     Vlx720 amplifier;
     SimulatedPort port;
 };
-
-// A block as it stands on the line, made from the wire format alone.
-inline QByteArray blockFor(int address, const QByteArray& data, bool isFinal = false) {
-    QByteArray block = data;
-    block += static_cast<char>(address & 0xFF);
-    block += static_cast<char>(address >> 8 & 0xFF);
-    block += static_cast<char>(isFinal ? 2 : address >> 16);
-    int sum = 0;
-    for (const char byte : block)
-        sum += static_cast<unsigned char>(byte);
-    return block + static_cast<char>(-sum);
-}
