@@ -27,6 +27,14 @@ public:
         QDir().mkpath(helpFolder());
     }
 
+    // Started, with that tab entered.
+    explicit AppBench(Tab tab, const Vlx720::Settings& settings = {}) : AppBench(settings) {
+        start();
+        chooseTab(tab);
+        clock().advance(std::chrono::milliseconds(300));
+        port().clearWritten();
+    }
+
     ~AppBench() {
         quit();
         EXPECT_EQ(errors, 0);

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "AppBench.h"
 
@@ -7,8 +6,7 @@ using namespace std::chrono_literals;
 namespace {
 
 TEST(ClosingTest, WindowClosesInTheMiddleOfSensing) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     bench.amplifier().powerOff();
     bench.press(QStringLiteral("TestCommButtton"));
     bench.clock().advance(700ms);
@@ -33,39 +31,6 @@ TEST(ClosingTest, ProgramGoesAtAnyMomentOfItsStart) {
     }
 }
 
-TEST(ClosingTest, NothingIsSentAtQuit) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Operate);
-    bench.clock().advance(100ms);
-    bench.port().clearWritten();
-    bench.quit();
-    bench.clock().advance(5s);
-    EXPECT_EQ(bench.port().written(), QByteArray());
-}
-
-TEST(ClosingTest, MemoryWriteEndsBeforeTheProgramDoes) {
-    AppBench bench;
-    bench.start();
-    const QByteArray before = bench.amplifier().eeprom().read(0, 0, 0xE0);
-    bench.chooseTab(Tab::Configuration);
-    const QString path = bench.dataFolder() + QStringLiteral("/saved.VLXConfig");
-    bench.dialogs().files = {path, path};
-    bench.press(QStringLiteral("SaveConfig"));
-    bench.clock().advance(5s);
-    bench.press(QStringLiteral("RestoreConfig"));
-    ASSERT_TRUE(bench.clock().runUntil([&bench] { return bench.port().written().contains("^EW"); }));
-    const int waits = bench.clock().pendingWaits();
-    for (int ask = 0; ask < 5; ++ask)
-        bench.window().close();
-    EXPECT_TRUE(bench.window().isVisible());
-    EXPECT_EQ(bench.clock().pendingWaits(), waits) << "asking again starts nothing";
-    EXPECT_TRUE(bench.clock().runUntil([&bench] { return !bench.window().isVisible(); }));
-    EXPECT_EQ(bench.port().written().count("^EW"), 7);
-    EXPECT_TRUE(bench.port().written().endsWith("^rpm;"));
-    EXPECT_EQ(bench.amplifier().eeprom().read(0, 0, 0xA0), before.first(0xA0));
-}
-
 struct SleepRecord final : SleepInhibitor {
     void inhibit(bool isInhibited) override { told.push_back(isInhibited); }
     std::vector<bool> told;
@@ -76,6 +41,7 @@ TEST(ClosingTest, SystemStaysAwakeForAMemoryWriteAndTheSignalWaitsForIt) {
     AppBench bench;
     bench.platform().sleep = &sleep;
     bench.start();
+    const QByteArray before = bench.amplifier().eeprom().read(0, 0, 0xA0);
     bench.chooseTab(Tab::Configuration);
     const QString path = bench.dataFolder() + QStringLiteral("/saved.VLXConfig");
     bench.dialogs().files = {path, path};
@@ -86,9 +52,16 @@ TEST(ClosingTest, SystemStaysAwakeForAMemoryWriteAndTheSignalWaitsForIt) {
     ASSERT_TRUE(bench.clock().runUntil([&sleep] { return !sleep.told.empty(); }));
     EXPECT_FALSE(bench.app().requestQuit());
     EXPECT_EQ(bench.quits, 0);
+    const int waits = bench.clock().pendingWaits();
+    for (int ask = 0; ask < 5; ++ask)
+        bench.window().close();
+    EXPECT_TRUE(bench.window().isVisible());
+    EXPECT_EQ(bench.clock().pendingWaits(), waits) << "asking again starts nothing";
     EXPECT_TRUE(bench.clock().runUntil([&bench] { return bench.quits == 1; }));
     EXPECT_FALSE(bench.window().isVisible());
+    EXPECT_EQ(bench.port().written().count("^EW"), 7);
     EXPECT_TRUE(bench.port().written().endsWith("^rpm;"));
+    EXPECT_EQ(bench.amplifier().eeprom().read(0, 0, 0xA0), before);
     EXPECT_EQ(sleep.told, (std::vector<bool>{true, false}));
 }
 

@@ -5,8 +5,7 @@ using namespace std::chrono_literals;
 namespace {
 
 TEST(LinkStateTest, IsSeenAtAGlance) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     auto* state = bench.control<QPushButton>(QStringLiteral("LinkState"));
     const auto shown = [&bench, state](std::chrono::milliseconds later) {
         bench.clock().advance(later);

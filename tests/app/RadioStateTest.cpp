@@ -1,8 +1,6 @@
 // What sensing makes of odd amplifiers and ports. Its usual runs are the golden ones.
 #include "RadioState.h"
 
-#include <gtest/gtest.h>
-
 #include "AmplifierBench.h"
 
 using namespace std::chrono_literals;

@@ -1,30 +1,11 @@
-#include <gtest/gtest.h>
-
 #include "AppBench.h"
 
 using namespace std::chrono_literals;
 
 namespace {
 
-TEST(StartUpTest, FirstRunLeavesTheFirmwareFolderAtTheMakersFolder) {
-    AppBench bench;
-    bench.start();
-    const QDir maker(bench.dataFolder() + QStringLiteral("/Tessarin"));
-    EXPECT_TRUE(maker.exists(QStringLiteral("VLX Configuration")));
-    EXPECT_TRUE(maker.exists(QStringLiteral("VLX Fault Tables")));
-    EXPECT_FALSE(maker.exists(QStringLiteral("VLX Firmware")));
-    EXPECT_EQ(QDir::cleanPath(bench.app().globals().m_FolderPath), maker.absolutePath());
-    bench.quit();
-
-    // The second start makes the folder, and keeps the path that was saved.
-    bench.start();
-    EXPECT_TRUE(maker.exists(QStringLiteral("VLX Firmware")));
-    EXPECT_EQ(QDir::cleanPath(bench.app().globals().m_FolderPath), maker.absolutePath());
-}
-
 TEST(StartUpTest, LogTellsTheProgramTheSystemAndTheAmplifier) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     const QStringList lines = bench.logText().split(u'\n');
     ASSERT_GE(lines.size(), 3);
     EXPECT_EQ(lines[0], QStringLiteral("14:05:07 Tessarin VLX Utility for OS X Version 1.0"));
@@ -65,15 +46,20 @@ TEST(StartUpTest, SilentAmplifierStopsNothing) {
     EXPECT_EQ(bench.port().written(), QByteArray());
     EXPECT_FALSE(bench.control<QLabel>(QStringLiteral("PAVoltage"))->isEnabled());
     EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("OnOff"))->isEnabled());
+    bench.chooseTab(Tab::CommandTester);
+    for (const char* sends : {"TesterField", "ClearButton", "CommandMacroButton7"})
+        EXPECT_FALSE(bench.control<QWidget>(QLatin1String(sends))->isEnabled()) << sends;
+    EXPECT_TRUE(bench.control<QPushButton>(QStringLiteral("EditMacrosButton"))->isEnabled());
 }
 
 TEST(StartUpTest, EveryKeyIsSavedInItsOrderAndReadBack) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     bench.window().move(120, 130);
     bench.window().resize(700, 600);
     bench.chooseTab(Tab::Operate);
+    bench.port().clearWritten();
     bench.quit();
+    EXPECT_EQ(bench.port().written(), QByteArray());
 
     QFile file(bench.preferencesPath());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -107,8 +93,7 @@ TEST(StartUpTest, WindowShowsItselfWhenTheSavedTabHasBeenEntered) {
 }
 
 TEST(StartUpTest, MaximisedWindowComesBackInItsOtherSize) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     bench.window().move(70, 80);
     bench.window().resize(640, 560);
     bench.window().showMaximized();
@@ -126,40 +111,29 @@ TEST(StartUpTest, WindowLargerThanTheScreenFitsIt) {
     EXPECT_TRUE(bench.window().screen()->availableGeometry().contains(bench.window().geometry()));
 }
 
-struct PreferencesCase {
-    const char* name;
-    QByteArray contents;
-};
-
-class OddPreferencesTest : public testing::TestWithParam<PreferencesCase> {};
-
-TEST_P(OddPreferencesTest, NeverStopTheStart) {
-    AppBench bench;
-    bench.givePreferences(GetParam().contents);
-    bench.start();
-    EXPECT_EQ(bench.errors, 0);
-    EXPECT_EQ(bench.app().globals().m_TabPanel, 0);
-    EXPECT_TRUE(bench.port().isOpen());
-    EXPECT_GE(bench.window().width(), 615);
-    EXPECT_GE(bench.window().height(), 540);
-    EXPECT_TRUE(bench.window().screen()->availableGeometry().intersects(bench.window().frameGeometry()));
+TEST(StartUpTest, OddPreferencesNeverStopIt) {
+    for (const QByteArray& contents : {
+             QByteArray("Tab\n77\n"),
+             QByteArray("Port\n-5\n"),
+             QByteArray("winLEFT\n-30000\nwinTOP\n-30000\nwinWIDTH\n1\nwinHEIGHT\n1\n"),
+             QByteArray("winLEFT\n-2147483648\nwinTOP\n-2147483648\nwinWIDTH\n-2147483648\n"),
+             QByteArray("winLEFT\n2147483647\nwinTOP\n2147483647\nwinWIDTH\n2147483647\n"),
+             QByteArray("winWIDTH\n2147483647\nwinHEIGHT\n99999\n"),
+             QByteArray(100000, '\xff'),
+             QByteArray("FolderPath\nnot a path\nTab"),
+         }) {
+        SCOPED_TRACE(contents.first(10).constData());
+        AppBench bench;
+        bench.givePreferences(contents);
+        bench.start();
+        EXPECT_EQ(bench.errors, 0);
+        EXPECT_EQ(bench.app().globals().m_TabPanel, 0);
+        EXPECT_TRUE(bench.port().isOpen());
+        EXPECT_GE(bench.window().width(), 615);
+        EXPECT_GE(bench.window().height(), 540);
+        EXPECT_TRUE(bench.window().screen()->availableGeometry().intersects(bench.window().frameGeometry()));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, OddPreferencesTest,
-    testing::Values(PreferencesCase{"tab77", "Tab\n77\n"}, PreferencesCase{"portMinus5", "Port\n-5\n"},
-                    PreferencesCase{"tinyAndFarAway",
-                                    "winLEFT\n-30000\nwinTOP\n-30000\nwinWIDTH\n1\nwinHEIGHT\n1\n"},
-                    PreferencesCase{"leastNumbers",
-                                    "winLEFT\n-2147483648\nwinTOP\n-2147483648\nwinWIDTH\n-2147483648\n"
-                                    "winHEIGHT\n-2147483648\n"},
-                    PreferencesCase{"greatestNumbers",
-                                    "winLEFT\n2147483647\nwinTOP\n2147483647\nwinWIDTH\n2147483647\n"
-                                    "winHEIGHT\n2147483647\n"},
-                    PreferencesCase{"hugeWindow", "winWIDTH\n2147483647\nwinHEIGHT\n99999\n"},
-                    PreferencesCase{"garbage", QByteArray(100000, '\xff')},
-                    PreferencesCase{"relativeFolder", "FolderPath\nnot a path\nTab"}),
-    [](const auto& row) { return row.param.name; });
 
 TEST(StartUpTest, PortPastTheListIsToldAndTheProgramGoesOn) {
     AppBench bench;

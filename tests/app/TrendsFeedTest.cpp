@@ -7,9 +7,7 @@ using namespace std::chrono_literals;
 namespace {
 
 TEST(TrendsFeedTest, WhatTheOperateTabShowsIsRecorded) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Operate);
+    AppBench bench(Tab::Operate);
     bench.clock().advance(5s);
     bench.amplifier().raiseFault(9);
     bench.press(QStringLiteral("BandSelected6"));

@@ -1,7 +1,5 @@
 #include "VersionCheck.h"
 
-#include <gtest/gtest.h>
-
 #include "AmplifierBench.h"
 #include "FakePanels.h"
 
@@ -41,68 +39,42 @@ struct Checked : AmplifierBench {
     bool wasSilentCompare = false;
 };
 
-struct OutcomeCase {
-    const char* name;
-    Vlx720::State state;
-    int speed;
-    QStringList logOfCheck;
-    QStringList box;
-    QStringList logOfTest;
-    const char* installed;
-};
+TEST(VersionCheckTest, OutcomeIsToldInTheLogAndByTheButtonInABoxToo) {
+    const QString waiting =
+        QStringLiteral("VLX waiting for power button or firmware load. RS-232 speed 38400 bit/s");
+    const QString main = QStringLiteral("VLX Version 01.23. ttyUSB0 RS-232 speed 9600 bit/s");
+    const QString silent = QStringLiteral("VLX is not responding.");
+    struct Row {
+        Vlx720::Settings settings;
+        QString log;
+        QString box;
+        QStringList logOfTest;
+        QString installed;
+    };
+    for (const Row& row :
+         {Row{{.speed = 9600},
+              main,
+              QStringLiteral("VLX version 01.23. \nttyUSB0 RS-232 speed 9600 bit/s"),
+              {main},
+              QStringLiteral("01.23")},
+          Row{{.state = Vlx720::State::Waiting}, waiting, waiting, {waiting}, QStringLiteral("---")},
+          Row{{.state = Vlx720::State::Off}, silent, silent, {}, QStringLiteral("---")}}) {
+        Checked bench(row.settings);
+        EXPECT_EQ(bench.check(), row.settings.state == Vlx720::State::Main);
+        EXPECT_EQ(bench.log, QStringList(row.log));
+        EXPECT_EQ(bench.firmwarePanel.installed, row.installed);
+        // Also to a bootstrap loader, as a failed load leaves it.
+        EXPECT_EQ(bench.firmwarePanel.canSend, row.settings.state != Vlx720::State::Off);
 
-class OutcomeTest : public testing::TestWithParam<OutcomeCase> {
-protected:
-    static Vlx720::Settings settings() {
-        Vlx720::Settings result;
-        result.state = GetParam().state;
-        result.speed = GetParam().speed;
-        return result;
+        Checked pressed(row.settings);
+        pressed.firmwarePanel.installed = QStringLiteral("09.99");
+        pressed.test();
+        EXPECT_EQ(pressed.dialogs.shown, QStringList(row.box));
+        EXPECT_EQ(pressed.log, row.logOfTest);
+        EXPECT_EQ(pressed.firmwarePanel.installed, row.installed);
+        EXPECT_TRUE(pressed.wasSilentCompare);
     }
-};
-
-TEST_P(OutcomeTest, CheckTellsItInTheLog) {
-    Checked bench(settings());
-    const bool ok = bench.check();
-    EXPECT_EQ(ok, GetParam().state == Vlx720::State::Main);
-    EXPECT_EQ(bench.log, GetParam().logOfCheck);
-    EXPECT_EQ(bench.firmwarePanel.installed, QString::fromLatin1(GetParam().installed));
-    // Also to a bootstrap loader, as a failed load leaves it.
-    EXPECT_EQ(bench.firmwarePanel.canSend, GetParam().state != Vlx720::State::Off);
 }
-
-TEST_P(OutcomeTest, TestTellsItInABoxToo) {
-    Checked bench(settings());
-    bench.firmwarePanel.installed = QStringLiteral("09.99");
-    bench.test();
-    EXPECT_EQ(bench.dialogs.shown, GetParam().box);
-    EXPECT_EQ(bench.log, GetParam().logOfTest);
-    EXPECT_EQ(bench.firmwarePanel.installed, QString::fromLatin1(GetParam().installed));
-    EXPECT_TRUE(bench.wasSilentCompare);
-}
-
-const QString Waiting =
-    QStringLiteral("VLX waiting for power button or firmware load. RS-232 speed 38400 bit/s");
-
-INSTANTIATE_TEST_SUITE_P(
-    Outcomes, OutcomeTest,
-    testing::Values(OutcomeCase{"main",
-                                Vlx720::State::Main,
-                                9600,
-                                {"VLX Version 01.23. ttyUSB0 RS-232 speed 9600 bit/s"},
-                                {"VLX version 01.23. \nttyUSB0 RS-232 speed 9600 bit/s"},
-                                {"VLX Version 01.23. ttyUSB0 RS-232 speed 9600 bit/s"},
-                                "01.23"},
-                    OutcomeCase{
-                        "waiting", Vlx720::State::Waiting, 38400, {Waiting}, {Waiting}, {Waiting}, "---"},
-                    OutcomeCase{"silent",
-                                Vlx720::State::Off,
-                                38400,
-                                {"VLX is not responding."},
-                                {"VLX is not responding."},
-                                {},
-                                "---"}),
-    [](const auto& row) { return row.param.name; });
 
 TEST(VersionCheckTest, StartUpLeavesTheLabelOfASilentAmplifier) {
     Checked bench;

@@ -10,8 +10,6 @@
 #include <QTcpServer>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 #include "AppBench.h"
 
 using namespace std::chrono_literals;
@@ -30,44 +28,41 @@ bool isToolkitsOwn(const QWidget* widget) {
            (widget->parentWidget() && widget->parentWidget()->inherits("QTabBar"));
 }
 
-TEST(WindowTest, EveryControlHasItsNamesAndFitsTheSmallestWindow) {
-    AppBench bench;
-    bench.start();
+// Each tab's page in the smallest window.
+template <typename Look>
+void lookAtPages(Look look) {
+    AppBench bench(Tab::Port);
     bench.window().resize(bench.window().minimumSize());
     for (const Tab tab : {Tab::Port, Tab::Firmware, Tab::Operate, Tab::Configuration, Tab::CommandTester}) {
         bench.chooseTab(tab);
         auto* area = qobject_cast<QScrollArea*>(
             bench.control<QTabWidget>(QStringLiteral("TabPanel1"))->currentWidget());
-        QWidget* page = area->widget();
-        EXPECT_LE(page->width(), area->viewport()->width()) << "the standard font needs no scrolling";
-        EXPECT_LE(page->height(), area->viewport()->height());
-        for (const QWidget* widget : page->findChildren<QWidget*>()) {
-            if (!isControl(widget) || isToolkitsOwn(widget))
-                continue;
-            EXPECT_FALSE(widget->objectName().isEmpty()) << widget->metaObject()->className();
-            EXPECT_FALSE(spokenName(*widget).isEmpty()) << widget->objectName().toStdString();
-            if (!widget->isVisible())
-                continue;
-            const QRect place(widget->mapTo(page, QPoint()), widget->size());
-            EXPECT_TRUE(page->rect().contains(place)) << widget->objectName().toStdString();
-            if (qobject_cast<const QAbstractButton*>(widget) &&
-                !widget->objectName().startsWith(u"CommandMacro")) {
-                EXPECT_GE(widget->width(), widget->sizeHint().width()) << widget->objectName().toStdString();
-            }
-        }
+        look(*area, *area->widget());
     }
 }
 
-TEST(WindowTest, TabsAreLockedWhileSensingOwnsTheLine) {
-    AppBench bench;
-    bench.start();
-    bench.press(QStringLiteral("TestCommButtton"));
-    auto* tabs = bench.control<QTabWidget>(QStringLiteral("TabPanel1"));
-    EXPECT_FALSE(tabs->isTabEnabled(2));
-    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->isEnabled());
-    bench.clock().advance(5s);
-    EXPECT_TRUE(tabs->isTabEnabled(2));
-    EXPECT_TRUE(bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->isEnabled());
+bool holds(const QWidget& page, const QWidget& control) {
+    return page.rect().contains(QRect(control.mapTo(&page, QPoint()), control.size()));
+}
+
+TEST(WindowTest, EveryControlHasItsNamesAndFitsTheSmallestWindow) {
+    lookAtPages([](const QScrollArea& area, const QWidget& page) {
+        EXPECT_LE(page.width(), area.viewport()->width()) << "the standard font needs no scrolling";
+        EXPECT_LE(page.height(), area.viewport()->height());
+        for (const QWidget* widget : page.findChildren<QWidget*>()) {
+            if (!isControl(widget) || isToolkitsOwn(widget))
+                continue;
+            const std::string name = widget->objectName().toStdString();
+            EXPECT_NE(name, "") << widget->metaObject()->className();
+            EXPECT_FALSE(spokenName(*widget).isEmpty()) << name;
+            if (!widget->isVisible())
+                continue;
+            EXPECT_TRUE(holds(page, *widget)) << name;
+            if (qobject_cast<const QAbstractButton*>(widget) && name.find("CommandMacro") != 0) {
+                EXPECT_GE(widget->width(), widget->sizeHint().width()) << name;
+            }
+        }
+    });
 }
 
 TEST(WindowTest, LargeFontScrollsAndCutsNothing) {
@@ -75,36 +70,22 @@ TEST(WindowTest, LargeFontScrollsAndCutsNothing) {
     QFont large = standard;
     large.setPointSizeF(standard.pointSizeF() * 2);
     QApplication::setFont(large);
-    {
-        AppBench bench;
-        bench.start();
-        bench.window().resize(bench.window().minimumSize());
-        for (const Tab tab :
-             {Tab::Port, Tab::Firmware, Tab::Operate, Tab::Configuration, Tab::CommandTester}) {
-            bench.chooseTab(tab);
-            auto* area = qobject_cast<QScrollArea*>(
-                bench.control<QTabWidget>(QStringLiteral("TabPanel1"))->currentWidget());
-            QWidget* page = area->widget();
-            for (const QAbstractButton* button : page->findChildren<QAbstractButton*>()) {
-                if (!button->isVisible() || isToolkitsOwn(button))
-                    continue;
-                const QRect place(button->mapTo(page, QPoint()), button->size());
-                EXPECT_TRUE(page->rect().contains(place)) << button->objectName().toStdString();
-                EXPECT_GE(button->height(), button->fontMetrics().height())
-                    << button->objectName().toStdString();
-            }
-            EXPECT_GE(page->height(), page->minimumSizeHint().height());
-            const bool isTaller = page->height() > area->viewport()->height();
-            EXPECT_EQ(area->verticalScrollBar()->maximum() > 0, isTaller);
+    lookAtPages([](const QScrollArea& area, const QWidget& page) {
+        for (const QAbstractButton* button : page.findChildren<QAbstractButton*>()) {
+            if (!button->isVisible() || isToolkitsOwn(button))
+                continue;
+            EXPECT_TRUE(holds(page, *button)) << button->objectName().toStdString();
+            EXPECT_GE(button->height(), button->fontMetrics().height());
         }
-    }
+        EXPECT_GE(page.height(), page.minimumSizeHint().height());
+        const bool isTaller = page.height() > area.viewport()->height();
+        EXPECT_EQ(area.verticalScrollBar()->maximum() > 0, isTaller);
+    });
     QApplication::setFont(standard);
 }
 
 TEST(WindowTest, LogStaysInReachWhileAFlowOwnsTheLine) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Firmware);
+    AppBench bench(Tab::Firmware);
     bench.control<QPushButton>(QStringLiteral("BrowseButton"))->setFocus();
     bench.press(QStringLiteral("GetRevButton"));
     auto* log = bench.control<QTextEdit>(QStringLiteral("StatusField"));
@@ -114,7 +95,13 @@ TEST(WindowTest, LogStaysInReachWhileAFlowOwnsTheLine) {
     EXPECT_TRUE(log->textCursor().hasSelection());
     for (const char* name : {"DefaultButton", "BrowseButton", "GetRevButton", "SendVLXButton"})
         EXPECT_FALSE(bench.control<QPushButton>(QString::fromLatin1(name))->isEnabled()) << name;
-    EXPECT_FALSE(bench.control<QTabWidget>(QStringLiteral("TabPanel1"))->isTabEnabled(0));
+    auto* tabs = bench.control<QTabWidget>(QStringLiteral("TabPanel1"));
+    EXPECT_FALSE(tabs->isTabEnabled(0));
+    bench.press(QStringLiteral("DefaultButton"));
+    bench.clock().advance(5s);
+    EXPECT_EQ(bench.port().written(), ";;;;;;I;^RVM;");
+    EXPECT_TRUE(tabs->isTabEnabled(0));
+    EXPECT_EQ(bench.window().focusWidget(), bench.control<QPushButton>(QStringLiteral("BrowseButton")));
 }
 
 TEST(WindowTest, EnabledStatesFollowTheAmplifier) {
@@ -125,9 +112,7 @@ TEST(WindowTest, EnabledStatesFollowTheAmplifier) {
     };
     for (const Case& one : {Case{Vlx720::State::Main, true, true}, Case{Vlx720::State::Waiting, true, false},
                             Case{Vlx720::State::Off, false, false}}) {
-        Vlx720::Settings settings;
-        settings.state = one.state;
-        AppBench bench(settings);
+        AppBench bench({.state = one.state});
         bench.start();
         bench.chooseTab(Tab::Firmware);
         EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("SendVLXButton"))->isEnabled(),
@@ -140,8 +125,7 @@ TEST(WindowTest, EnabledStatesFollowTheAmplifier) {
 }
 
 TEST(WindowTest, TraceMenuOpensTheLogToTheExchange) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     auto* trace = bench.window().findChild<QAction*>(QStringLiteral("ViewTraceMenu"));
     ASSERT_TRUE(trace);
     EXPECT_FALSE(trace->isChecked());
@@ -158,9 +142,7 @@ TEST(WindowTest, TraceMenuOpensTheLogToTheExchange) {
 }
 
 TEST(WindowTest, BytesThatComeOnOtherTabsWaitForTheirReader) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Configuration);
+    AppBench bench(Tab::Configuration);
     bench.amplifier().emitNoise("^TM099;");
     bench.clock().advance(100ms);
     EXPECT_NE(bench.label(QStringLiteral("Temperature")), QStringLiteral("99 C"));
@@ -171,23 +153,8 @@ TEST(WindowTest, BytesThatComeOnOtherTabsWaitForTheirReader) {
               QStringLiteral("^TM099;!"));
 }
 
-TEST(WindowTest, LogKeepsItsShortcutsAndStaysReadOnly) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Firmware);
-    auto* log = bench.control<QTextEdit>(QStringLiteral("StatusField"));
-    auto* folder = bench.control<QLineEdit>(QStringLiteral("FolderPath"));
-    typeKey(*folder, {}, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_TRUE(log->textCursor().hasSelection());
-    typeKey(*log, {}, Qt::Key_X, Qt::ControlModifier);
-    EXPECT_EQ(log->toPlainText(), QString());
-    typeText(*log, QStringLiteral("x"));
-    EXPECT_EQ(log->toPlainText(), QString());
-}
-
 TEST(WindowTest, AboutHasItsSizeAndClosesByAClick) {
-    AppBench bench;
-    bench.start();
+    AppBench bench(Tab::Port);
     auto* item = bench.window().findChild<QAction*>(QStringLiteral("HelpAboutVLXUtil"));
     item->trigger();
     auto* about = child<QDialog>(bench.window(), QStringLiteral("AboutWindow"));
@@ -198,9 +165,7 @@ TEST(WindowTest, AboutHasItsSizeAndClosesByAClick) {
 }
 
 TEST(WindowTest, LogShortcutsActFromWhereverTheFocusIs) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Firmware);
+    AppBench bench(Tab::Firmware);
     auto* log = bench.control<QTextEdit>(QStringLiteral("StatusField"));
     for (QWidget* focused :
          {static_cast<QWidget*>(bench.control<QLineEdit>(QStringLiteral("FolderPath"))),
@@ -213,21 +178,9 @@ TEST(WindowTest, LogShortcutsActFromWhereverTheFocusIs) {
         typeKey(*focused, {}, Qt::Key_X, Qt::ControlModifier);
         EXPECT_EQ(log->toPlainText(), QString()) << focused->objectName().toStdString();
         EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("the log"));
+        typeText(*log, QStringLiteral("x"));
+        EXPECT_EQ(log->toPlainText(), QString()) << "it is read-only";
     }
-}
-
-TEST(WindowTest, OnlyOneFlowOfTheFirmwareTabRunsAtATime) {
-    AppBench bench;
-    bench.start();
-    bench.chooseTab(Tab::Firmware);
-    bench.control<QPushButton>(QStringLiteral("GetRevButton"))->setFocus();
-    bench.port().clearWritten();
-    bench.press(QStringLiteral("GetRevButton"));
-    EXPECT_FALSE(bench.control<QPushButton>(QStringLiteral("DefaultButton"))->isEnabled());
-    bench.press(QStringLiteral("DefaultButton"));
-    bench.clock().advance(5s);
-    EXPECT_EQ(bench.port().written(), ";;;;;;I;^RVM;");
-    EXPECT_EQ(bench.window().focusWidget(), bench.control<QPushButton>(QStringLiteral("GetRevButton")));
 }
 
 // A server that takes connections and never says a word.
