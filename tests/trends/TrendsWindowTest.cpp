@@ -1,15 +1,12 @@
-#include <gtest/gtest.h>
 #include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QWheelEvent>
 
+#include "AmplifierBench.h"
 #include "Child.h"
-#include "ScriptedDialogs.h"
-#include "SimClock.h"
 #include "TrendsView.h"
 #include "TrendsWindow.h"
 
@@ -18,25 +15,7 @@ using Series = Trends::Series;
 
 namespace {
 
-class NoPort final : public SerialPort {
-public:
-    bool Open() override { return false; }
-    void Close() override {}
-    bool isOpen() const override { return false; }
-    void Reset() override {}
-    void setRequestToSend(bool) override {}
-    void Write(const QByteArray&) override {}
-    Task<> XmitWait() override { co_return; }
-};
-
-class NoPorts final : public PortList {
-public:
-    int SerialPortCount() override { return 0; }
-    PortInfo SerialPort(int) override { return {}; }
-    PortInfo SerialPort(const QString&) override { return {}; }
-};
-
-class TrendsWindowTest : public testing::Test {
+class TrendsWindowTest : public testing::Test, public AmplifierBench {
 protected:
     TrendsWindowTest() {
         clock.setWallClock(QDateTime(QDate(2026, 11, 22), QTime(14, 0, 0)));
@@ -45,24 +24,19 @@ protected:
                 trends.note(Series(series), 10 * series + second % 60);
             clock.advance(1s);
         }
-        window.show();
+        trendsWindow.show();
     }
 
     void key(int code) {
         QKeyEvent press(QEvent::KeyPress, code, Qt::NoModifier);
         QApplication::sendEvent(view, &press);
     }
-    void press(const QString& button) { child<QPushButton>(window, button)->click(); }
-    QString readOut() { return child<QLabel>(window, QStringLiteral("TrendsReadOut"))->text(); }
+    void press(const QString& button) { child<QPushButton>(trendsWindow, button)->click(); }
+    QString readOut() { return child<QLabel>(trendsWindow, QStringLiteral("TrendsReadOut"))->text(); }
 
-    SimClock clock;
-    NoPort port;
-    NoPorts ports;
-    ScriptedDialogs dialogs{clock};
-    Platform platform{clock, port, ports, dialogs, {}};
     Trends trends{clock};
-    TrendsWindow window{platform, [](const std::exception_ptr&) { FAIL(); }, trends};
-    TrendsView* view = child<TrendsView>(window, QStringLiteral("TrendsView"));
+    TrendsWindow trendsWindow{platform, [](const std::exception_ptr&) { FAIL(); }, trends};
+    TrendsView* view = child<TrendsView>(trendsWindow, QStringLiteral("TrendsView"));
 };
 
 TEST_F(TrendsWindowTest, CursorTellsTheValuesInWords) {
@@ -83,9 +57,8 @@ TEST_F(TrendsWindowTest, CursorTellsTheValuesInWords) {
 }
 
 TEST_F(TrendsWindowTest, SavesTableAndPicture) {
-    const QTemporaryDir folder;
-    dialogs.files = {folder.filePath(QStringLiteral("t.csv")), folder.filePath(QStringLiteral("t.png")),
-                     folder.filePath(QStringLiteral("none/t.csv"))};
+    dialogs.files = {world.filePath(QStringLiteral("t.csv")), world.filePath(QStringLiteral("t.png")),
+                     world.filePath(QStringLiteral("none/t.csv"))};
     press(QStringLiteral("SaveTrendsTable"));
     clock.advance(1s);
     press(QStringLiteral("SaveTrendsPicture"));
@@ -93,10 +66,10 @@ TEST_F(TrendsWindowTest, SavesTableAndPicture) {
     press(QStringLiteral("SaveTrendsTable"));
     clock.advance(1s);
     EXPECT_EQ(dialogs.saveRequests.at(0).suggestedName, QStringLiteral("VLX Trends 2026-11-22 1410.csv"));
-    QFile table(folder.filePath(QStringLiteral("t.csv")));
+    QFile table(world.filePath(QStringLiteral("t.csv")));
     ASSERT_TRUE(table.open(QIODevice::ReadOnly));
     EXPECT_EQ(table.readAll().count('\n'), 601);
-    EXPECT_EQ(QImage(folder.filePath(QStringLiteral("t.png"))).size(),
+    EXPECT_EQ(QImage(world.filePath(QStringLiteral("t.png"))).size(),
               view->size() * view->devicePixelRatio());
     ASSERT_EQ(dialogs.shown.size(), 1);
     EXPECT_TRUE(dialogs.shown.front().startsWith(QStringLiteral("Cannot ")));
