@@ -1,9 +1,9 @@
 // Bytes of any kind from the amplifier: every field is handled, the tail waits, and cutting the bytes
 // elsewhere changes nothing on the panel.
-#include <cstdlib>
 
 #include "FakePanels.h"
 #include "FaultCodes.h"
+#include "Require.h"
 #include "ScriptedDialogs.h"
 #include "SimClock.h"
 #include "SimulatedPort.h"
@@ -37,11 +37,6 @@ struct Monitored {
     FakeOperatePanel panel;
     StatusMonitor monitor{platform, globals, line, window, panel};
 };
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 }  // namespace
 

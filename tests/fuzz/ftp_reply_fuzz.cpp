@@ -1,13 +1,13 @@
 // Any bytes as the replies of a server, for any operation, without a network.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 #include <QCoreApplication>
 #include <QList>
 #include <QTemporaryDir>
 
 #include "FTPSessionClass.h"
+#include "Require.h"
 #include "ScriptedDialogs.h"
 #include "SimClock.h"
 
@@ -37,11 +37,6 @@ constexpr Start Starts[] = {
     {u"DirectCommand", u"DONE"},
 };
 
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
-
 // A report must never hold the password where a server can repeat it; elsewhere it is any word.
 class CheckingStatus final : public FTPStatusClass {
 public:
@@ -51,7 +46,7 @@ public:
 
 private:
     void checkWords(const QString& text) const {
-        check(Session.CurrentFTPStep != u"PASS" || !text.contains(u"correct horse"));
+        require(Session.CurrentFTPStep != u"PASS" || !text.contains(u"correct horse"));
     }
 };
 
@@ -93,11 +88,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (session.DataSocket && line.startsWith("LIST"))
             session.DataSocket->ParseDirectoryList(QString::fromLatin1(line.mid(4)));
     }
-    check(session.LocalDirectory.startsWith(folder.path()));
+    require(session.LocalDirectory.startsWith(folder.path()));
     clock.advance(std::chrono::minutes(1));
     session.IgnoreCancel = false;
     session.EndFTPSession(QString());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    check(clock.pendingWaits() == 0);
+    require(clock.pendingWaits() == 0);
     return 0;
 }

@@ -1,7 +1,6 @@
 // A whole session against a server that says and sends anything at any moment, on the simulated clock.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,15 +11,11 @@
 #include <QTemporaryDir>
 
 #include "FTPSessionClass.h"
+#include "Require.h"
 #include "ScriptedDialogs.h"
 #include "SimClock.h"
 
 namespace {
-
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 void turn() {
     for (int i = 0; i < 4; ++i)
@@ -41,7 +36,7 @@ public:
 class Server {
 public:
     Server() {
-        check(m_listener.listen(QHostAddress::LocalHost) && m_dataListener.listen(QHostAddress::LocalHost));
+        require(m_listener.listen(QHostAddress::LocalHost) && m_dataListener.listen(QHostAddress::LocalHost));
     }
     int port() const { return m_listener.serverPort(); }
 
@@ -114,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString inside = folder.filePath(QStringLiteral("inside"));
     QDir().mkpath(inside);
     QFile upload(inside + QStringLiteral("/b"));
-    check(upload.open(QIODevice::WriteOnly) && upload.write("some bytes") > 0);
+    require(upload.open(QIODevice::WriteOnly) && upload.write("some bytes") > 0);
     upload.close();
 
     SimClock clock;
@@ -148,11 +143,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Whatever the server did: silence ends it, and nothing lies beside the folder.
     clock.advance(std::chrono::minutes(3));
     turn();
-    check(status.ends >= 1 && status.ends <= events + 2);
-    check(status.lines <= 100 * (events + 2) + static_cast<int>(size));
-    check(below(folder.path()) == QStringList(QStringLiteral("inside")));
-    check(session.LocalDirectory.startsWith(inside));
-    check(clock.pendingWaits() == 0);
+    require(status.ends >= 1 && status.ends <= events + 2);
+    require(status.lines <= 100 * (events + 2) + static_cast<int>(size));
+    require(below(folder.path()) == QStringList(QStringLiteral("inside")));
+    require(session.LocalDirectory.startsWith(inside));
+    require(clock.pendingWaits() == 0);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return 0;
 }

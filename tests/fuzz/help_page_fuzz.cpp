@@ -1,5 +1,4 @@
 // A page of any content, searched for and marked with its own first characters.
-#include <cstdlib>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -7,16 +6,12 @@
 #include "Errors.h"
 #include "HelpPage.h"
 #include "PlainText.h"
+#include "Require.h"
 #include "SearchHighlight.h"
 
 namespace {
 
 constexpr std::size_t TextLength = 8;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // Reduced at once and bit by bit it is the same text, and never longer than the page.
 void reduce(const QString& html) {

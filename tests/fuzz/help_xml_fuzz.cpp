@@ -1,5 +1,4 @@
 // A contents or index file of any content: an error or a book, and every source of it stays in the folder.
-#include <cstdlib>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -7,13 +6,9 @@
 #include "BookContents.h"
 #include "Errors.h"
 #include "HelpSource.h"
+#include "Require.h"
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 void useBook(const XmlDocument& book, const FolderItem& folder) {
     const XmlNode& root = book.DocumentElement();

@@ -1,37 +1,13 @@
 // Firmware files of any content: both passes end, say a bounded number of things, and stay in step.
-#include <cstdlib>
 
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "IntelHexReader.h"
+#include "Require.h"
+#include "ScriptedDialogs.h"
 #include "SimClock.h"
 #include "SimulatedPort.h"
-
-namespace {
-
-class CountingDialogs final : public Dialogs {
-public:
-    void Beep() override {}
-    using Dialogs::MsgBox;
-    Task<> MsgBox(QString, BoxKind) override {
-        ++boxes;
-        co_return;
-    }
-    Task<bool> askCaution(MessageRequest) override { co_return false; }
-    Task<QString> saveFile(SaveFileRequest) override { co_return QString(); }
-    Task<QString> openFile(OpenFileRequest) override { co_return QString(); }
-    Task<QString> selectFolder(SelectFolderRequest) override { co_return QString(); }
-
-    qsizetype boxes = 0;
-};
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const QTemporaryDir folder;
@@ -45,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static Vlx720 amplifier(clock);
     static SimulatedPort port(clock, amplifier);
     static SimulatedPortList ports;
-    CountingDialogs dialogs;
+    ScriptedDialogs dialogs(clock);
     Platform platform{clock, port, ports, dialogs, {}};
     Globals globals(clock);
     qsizetype messages = 0;
@@ -55,8 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Task<bool> verification = reader.Verify(file.fileName());
     require(clock.run(verification));
     const bool isGood = verification.result();
-    require(isGood == (messages == 0 && dialogs.boxes == 0));
-    require(messages <= 2 && dialogs.boxes < IntelHexReader::LongestRecord);
+    require(isGood == (messages == 0 && dialogs.shown.size() == 0));
+    require(messages <= 2 && dialogs.shown.size() < IntelHexReader::LongestRecord);
     require(reader.state().m_dwcbRead <= size);
 
     // The second pass sees what the first one saw.

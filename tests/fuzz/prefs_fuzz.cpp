@@ -1,20 +1,15 @@
 // Preferences files of any content: read without harm, and what is written reads back the same.
-#include <cstdlib>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "REALEasyPrefs.h"
+#include "Require.h"
 
 namespace {
 
 const QString FileName = QStringLiteral("VLXUtilPrefs");
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 QByteArray contents(const QString& path) {
     QFile file(path);

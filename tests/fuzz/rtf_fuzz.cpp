@@ -1,16 +1,11 @@
 // RTF files of any content: the read ends, in bounded work, and tells only looks that exist.
-#include <cstdlib>
 
 #include "Errors.h"
+#include "Require.h"
 #include "RtfParser.h"
 #include "SimClock.h"
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 class CheckingTarget final : public RtfTarget {
 public:
