@@ -66,7 +66,22 @@ int replyCount(const OperationCase& operation) {
     return world.server.replies - world.firstReply;
 }
 
-class EveryStep : public testing::TestWithParam<OperationCase> {};
+class EveryStep : public testing::TestWithParam<OperationCase> {
+protected:
+    // The operation is begun once for each of its replies, which becomes `text`, and goes on up to it.
+    template <typename Judge>
+    void forEachReply(const char* text, Judge judge) {
+        const int count = replyCount(GetParam());
+        for (int number = 0; number < count; ++number) {
+            World world(GetParam());
+            world.replaceReply(number, text);
+            GetParam().start(*world.bench.session);
+            waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+            SCOPED_TRACE(world.replaced.constData());
+            judge(world, number);
+        }
+    }
+};
 
 TEST_P(EveryStep, RunsInActiveMode) {
     const OperationCase& operation = GetParam();
@@ -105,79 +120,49 @@ TEST_P(EveryStep, EndsOnARefusalAtAnyReply) {
 }
 
 TEST_P(EveryStep, TimesOutOnSilenceAtAnyReply) {
-    const OperationCase& operation = GetParam();
-    const int count = replyCount(operation);
-    for (int number = 0; number < count; ++number) {
-        World world(operation);
-        world.replaceReply(number, "");
-        operation.start(*world.bench.session);
-        waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+    forEachReply("", [](World& world, int) {
         settle(5);
         // Without the 150 an operation runs to its end all the same.
         if (world.replaced.isNull() || world.replaced.startsWith("150"))
-            continue;
-        SCOPED_TRACE(world.replaced.constData());
+            return;
         world.bench.clock.advance(std::chrono::milliseconds(19'999));
         EXPECT_EQ(world.bench.status->ends.join(u'|').toStdString(), "");
         world.bench.clock.advance(std::chrono::milliseconds(1));
         EXPECT_EQ(world.bench.status->ends.join(u'|').toStdString(),
                   "error: Error: The connection timed out. Ending session.");
-        EXPECT_EQ(world.bench.session->CommandSocket != nullptr, !operation.isOneShot);
-    }
+        EXPECT_EQ(world.bench.session->CommandSocket != nullptr, !GetParam().isOneShot);
+    });
 }
 
 TEST_P(EveryStep, SurvivesAServerThatHangsUpAtAnyReply) {
-    const OperationCase& operation = GetParam();
-    const int count = replyCount(operation);
-    for (int number = 0; number < count; ++number) {
-        World world(operation);
-        world.replaceReply(number, ScriptedServer::Hang);
-        operation.start(*world.bench.session);
-        // After QUIT the server may close without a word, and so it does here: no report comes.
-        waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+    forEachReply(ScriptedServer::Hang, [](World& world, int) {
         settle(5);
-        SCOPED_TRACE(world.replaced.constData());
-        const bool isQuit = world.commandReplaced == u"QUIT";
-        if (!world.replaced.isNull() && !isQuit) {
+        // After QUIT the server may close without a word, and so it does here: no report comes.
+        if (!world.replaced.isNull() && world.commandReplaced != u"QUIT") {
             EXPECT_EQ(world.bench.status->ends.value(0).toStdString(), "error: Error: 102");
         }
-    }
+    });
 }
 
 TEST_P(EveryStep, CanBeDroppedAtAnyReply) {
-    const OperationCase& operation = GetParam();
-    const int count = replyCount(operation);
-    for (int number = 0; number < count; ++number) {
-        World world(operation);
-        world.replaceReply(number, "");
-        operation.start(*world.bench.session);
-        waitUntil([&] { return !world.replaced.isNull() || !world.bench.status->ends.isEmpty(); });
+    forEachReply("", [](World& world, int number) {
         if (number % 2 == 0)
             world.bench.session.reset();
         else
             world.bench.session->StartGetDirList();
         settle(2);
-    }
+    });
 }
 
 // ---- The data connection: its bytes before, with or behind the reply, in one burst or in many, and its end
 
 std::vector<OperationCase> operationsWithData() {
     std::vector<OperationCase> chosen;
-    const std::string_view names[] = {"GetSingleFile",
-                                      "PutSingleFile",
-                                      "RestartGetSingleFile",
-                                      "RestartPutSingleFile",
-                                      "GetDirList",
-                                      "GetDir",
-                                      "PutDir",
-                                      "DeleteDir",
-                                      "StartGetFile",
-                                      "StartPutFile",
-                                      "StartGetDirList",
-                                      "StartGetDir",
-                                      "StartPutDir",
-                                      "StartDeleteDir"};
+    // clang-format off
+    const std::string_view names[] = {
+        "GetSingleFile", "PutSingleFile", "RestartGetSingleFile", "RestartPutSingleFile", "GetDirList", "GetDir", "PutDir",
+        "DeleteDir", "StartGetFile", "StartPutFile", "StartGetDirList", "StartGetDir", "StartPutDir", "StartDeleteDir"};
+    // clang-format on
     std::ranges::copy_if(AllOperations, std::back_inserter(chosen), [&](const OperationCase& operation) {
         return std::ranges::find(names, operation.name) != std::end(names);
     });

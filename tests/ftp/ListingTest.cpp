@@ -86,28 +86,14 @@ TEST(DirectoryEntry, GivesSubDirectoriesFromTheLastAndMovesDown) {
     EXPECT_EQ(entry.GetSubDirectoryCount(), 1);
 }
 
-struct Name {
-    const char* label;
-    std::u16string_view name;
-    bool isPlain;
-};
-
-class ServerName : public testing::TestWithParam<Name> {};
-
-TEST_P(ServerName, StaysInItsFolder) {
-    EXPECT_EQ(FTPPaths::isPlainFileName(GetParam().name), GetParam().isPlain);
+TEST(ServerName, StaysInItsFolder) {
+    using namespace std::string_view_literals;
+    for (const auto name : {u"VLX720FP0123.hex"sv, u"a b"sv, u"caf\u00e9 \u0085"sv, u".profile"sv})
+        EXPECT_TRUE(FTPPaths::isPlainFileName(name)) << QStringView(name).toString().toStdString();
+    for (const auto name : {u""sv, u"."sv, u".."sv, u"../x"sv, u"/etc/x"sv, u"a/b"sv, u"a\nDELE b"sv,
+                            u"a\0b"sv, u"a\u001b[2J"sv, u"a\u007f"sv})
+        EXPECT_FALSE(FTPPaths::isPlainFileName(name)) << QStringView(name).toString().toStdString();
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Names, ServerName,
-    testing::Values(Name{"Usual", u"VLX720FP0123.hex", true}, Name{"Blank", u"a b", true},
-                    Name{"NonAscii", u"caf\u00e9 \u0085", true}, Name{"DotFile", u".profile", true},
-                    Name{"Empty", u"", false}, Name{"Dot", u".", false}, Name{"Up", u"..", false},
-                    Name{"UpAndOver", u"../x", false}, Name{"Absolute", u"/etc/x", false},
-                    Name{"Below", u"a/b", false}, Name{"LineFeed", u"a\nDELE b", false},
-                    Name{"Nul", std::u16string_view(u"a\0b", 3), false}, Name{"Escape", u"a\u001b[2J", false},
-                    Name{"Delete", u"a\u007f", false}),
-    [](const auto& tested) { return std::string(tested.param.label); });
 
 TEST(FormatBytes, ChangesItsUnitAboveEachLimit) {
     SessionBench<SimClock> bench;

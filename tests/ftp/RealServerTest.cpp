@@ -185,44 +185,25 @@ TEST_P(RealServerTest, MovesALargeFileBothWays) {
     EXPECT_TRUE(readFile(work(QStringLiteral("back"))) == readFile(work(QStringLiteral("large"))));
 }
 
-TEST_P(RealServerTest, TakesUpACutDownload) {
+TEST_P(RealServerTest, TakesUpWhatWasCut) {
     QByteArray whole(300'000, '\0');
     for (qsizetype i = 0; i < whole.size(); ++i)
         whole[i] = static_cast<char>(i * 7 >> 3);
-    writeFile(work(QStringLiteral("cut")), whole);
-    server.openWork();
+    const QString cutName = QStringLiteral("cut");
     logOnTo(bench);
     for (const qsizetype cut : {0, 1, 65536, 299'999, 300'000}) {
-        writeFile(localPath(QStringLiteral("cut")), whole.first(cut));
-        EXPECT_EQ(bench.runWith({QStringLiteral("cut")}, &FTPSessionClass::RestartGetSingleFile),
-                  "ok: File Transfer Complete.");
-        EXPECT_TRUE(readFile(localPath(QStringLiteral("cut"))) == whole) << cut;
-    }
-}
-
-TEST_P(RealServerTest, TakesUpACutUpload) {
-    QByteArray whole(300'000, '\0');
-    for (qsizetype i = 0; i < whole.size(); ++i)
-        whole[i] = static_cast<char>(i * 5 >> 2);
-    writeFile(localPath(QStringLiteral("cut")), whole);
-    logOnTo(bench);
-    for (const qsizetype cut : {0, 1, 65536, 299'999, 300'000}) {
-        writeFile(work(QStringLiteral("cut")), whole.first(cut));
+        writeFile(work(cutName), whole);
+        writeFile(localPath(cutName), whole.first(cut));
         server.openWork();
-        EXPECT_EQ(bench.runWith({QStringLiteral("cut")}, &FTPSessionClass::RestartPutSingleFile),
+        EXPECT_EQ(bench.runWith({cutName}, &FTPSessionClass::RestartGetSingleFile),
                   "ok: File Transfer Complete.");
-        EXPECT_TRUE(readFile(work(QStringLiteral("cut"))) == whole) << cut;
+        EXPECT_TRUE(readFile(localPath(cutName)) == whole) << cut;
+        writeFile(work(cutName), whole.first(cut));
+        server.openWork();
+        EXPECT_EQ(bench.runWith({cutName}, &FTPSessionClass::RestartPutSingleFile),
+                  "ok: File Transfer Complete.");
+        EXPECT_TRUE(readFile(work(cutName)) == whole) << cut;
     }
-}
-
-TEST_P(RealServerTest, SendsAnEmptyFile) {
-    if (!GetParam().isPassive)
-        return;
-    writeFile(localPath(QStringLiteral("nothing")), QByteArray());
-    logOnTo(bench);
-    EXPECT_EQ(bench.runWith({QStringLiteral("nothing")}, &FTPSessionClass::PutSingleFile),
-              "ok: File Transfer Complete.");
-    EXPECT_EQ(readFile(work(QStringLiteral("nothing"))), QByteArray());
 }
 
 // ---- Trees
@@ -236,11 +217,11 @@ void makeTree(const QString& top) {
         writeFile(path + QStringLiteral("/side/other.txt"), QByteArray(5000 * depth + 1, 'o'));
     }
     writeFile(top + QStringLiteral("/top.txt"), "top");
+    writeFile(top + QStringLiteral("/side/empty"), QByteArray());
 }
 
 TEST_P(RealServerTest, FetchesATree) {
     makeTree(work(QStringLiteral("deep")));
-    writeFile(work(QStringLiteral("deep/side/empty")), QByteArray());
     QDir().mkpath(work(QStringLiteral("deep/hollow/inside")));
     server.openWork();
     logOnTo(bench);
@@ -314,15 +295,6 @@ TEST_P(InTheMiddle, TheSessionIsDropped) {
     for (const QFileInfo& open :
          QDir(path).entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot))
         EXPECT_FALSE(open.symLinkTarget().endsWith(u"large"));
-}
-
-TEST_P(InTheMiddle, AnotherOperationIsStarted) {
-    beginDownload();
-    bench.session->GetDirList();
-    settle(50);
-    bench.session->ServerDirectory = QStringLiteral("/work/pub");
-    EXPECT_THAT(bench.run(&FTPSessionClass::StartGetDirList), StartsWith("ok: The file list"));
-    EXPECT_TRUE(bench.session->DirectoryFileList.contains(u"one.txt"));
 }
 
 TEST_P(InTheMiddle, AnUploadIsAborted) {

@@ -72,7 +72,6 @@ INSTANTIATE_TEST_SUITE_P(
                     ServerAndRoute{RealServer::Kind::vsftpd, "vsftpdByCurl", RetrievalBench::curl},
                     ServerAndRoute{RealServer::Kind::proftpd, "proftpd", RetrievalBench::FTP},
                     ServerAndRoute{RealServer::Kind::proftpd, "proftpdByCurl", RetrievalBench::curl},
-                    ServerAndRoute{RealServer::Kind::pureftpd, "pureftpd", RetrievalBench::FTP},
                     ServerAndRoute{RealServer::Kind::pureftpd, "pureftpdByCurl", RetrievalBench::curl}),
     [](const auto& each) { return std::string(each.param.name); });
 
