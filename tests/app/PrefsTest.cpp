@@ -44,38 +44,35 @@ TEST_F(PrefsTest, MissingFileIsCreatedAndGivesDefaults) {
     EXPECT_TRUE(prefs.GetPrefBoolean(QStringLiteral("Verbose"), true));
 }
 
-struct ReadCase {
-    const char* name;
-    QByteArray contents;
-    const char* key;
-    const char* expected;
-};
-
-class PrefsReadTest : public PrefsTest, public testing::WithParamInterface<ReadCase> {};
-
-TEST_P(PrefsReadTest, ReadsWhatAUserMayHaveLeft) {
-    give(GetParam().contents);
-    EXPECT_EQ(opened().GetPrefString(QString::fromLatin1(GetParam().key), QStringLiteral("default")),
-              QString::fromUtf8(GetParam().expected));
+TEST_F(PrefsTest, ReadsWhatAUserMayHaveLeft) {
+    const struct {
+        QByteArray contents;
+        const char* key;
+        const char* expected;
+    } rows[] = {
+        // clang-format off
+        {"port\n2\n",                   "Port",         "2"},
+        {"Port\n2\nPORT\n5\n",          "Port",         "2"},
+        {"Macro1Button\n\nTab\n4\n",    "Macro1Button", ""},
+        {"Macro1Button\n\nTab\n4\n",    "Tab",          "4"},
+        {"Port\n2\nTab",                "Tab",          ""},
+        {"Port\r\n2\r\nTab\r\n4\r\n",   "Tab",          "4"},
+        {"Port\r2\rTab\r4\r",           "Tab",          "4"},
+        {"Port\n7",                     "Port",         "7"},
+        {"FolderPath\n/h/\xc3\xa9\n",   "FolderPath",   "/h/\xc3\xa9"},
+        {"FolderPath\n/h/\xe9\n",       "FolderPath",   "/h/\xc3\xa9"},
+        {QByteArray(5000, '\x01') + '\n', "Port",       "default"},
+        {QByteArray(300, '\0'),         "Port",         "default"},
+        {QByteArray(10 << 20, '\n'), "Port", "default"},
+        // clang-format on
+    };
+    for (const auto& [contents, key, expected] : rows) {
+        give(contents);
+        EXPECT_EQ(opened().GetPrefString(QString::fromLatin1(key), QStringLiteral("default")),
+                  QString::fromUtf8(expected))
+            << contents.left(20).toStdString();
+    }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Files, PrefsReadTest, testing::Values(
-    ReadCase{"other case",       "port\n2\n",                   "Port",         "2"},
-    ReadCase{"first one counts", "Port\n2\nPORT\n5\n",          "Port",         "2"},
-    ReadCase{"empty value",      "Macro1Button\n\nTab\n4\n",    "Macro1Button", ""},
-    ReadCase{"after an empty",   "Macro1Button\n\nTab\n4\n",    "Tab",          "4"},
-    ReadCase{"odd lines",        "Port\n2\nTab",                "Tab",          ""},
-    ReadCase{"CR LF",            "Port\r\n2\r\nTab\r\n4\r\n",   "Tab",          "4"},
-    ReadCase{"CR",               "Port\r2\rTab\r4\r",           "Tab",          "4"},
-    ReadCase{"no last line end", "Port\n7",                     "Port",         "7"},
-    ReadCase{"UTF-8",            "FolderPath\n/h/\xc3\xa9\n",   "FolderPath",   "/h/\xc3\xa9"},
-    ReadCase{"Latin 1",          "FolderPath\n/h/\xe9\n",       "FolderPath",   "/h/\xc3\xa9"},
-    ReadCase{"garbage",          QByteArray(5000, '\x01') + '\n', "Port",       "default"},
-    ReadCase{"zero bytes",       QByteArray(300, '\0'),         "Port",         "default"},
-    ReadCase{"huge",             QByteArray(10 << 20, '\n'),    "Port",         "default"}),
-    [](const auto& row) { return QString::fromLatin1(row.param.name).remove(u' ').remove(u'-').toStdString(); });
-// clang-format on
 
 TEST_F(PrefsTest, NumbersAndBooleansAreLenient) {
     give("Port\nabc\nTab\n 3x\nwinLEFT\n-30000\nBig\n99999999999\nVerbose\nTRUE\nOther\nyes\n");

@@ -8,61 +8,43 @@ namespace {
 
 const QByteArray Burst = "^BN;^FL;^OS;^WS;^TM;^VI;";
 
-struct AnswerCase {
-    const char* name;
-    QByteArray bytes;
-    ReadOut readOut;
-    const char* shown;
-};
-
-class AnswerTest : public testing::TestWithParam<AnswerCase> {};
-
-TEST_P(AnswerTest, IsShown) {
-    Monitored bench;
-    bench.take(GetParam().bytes);
-    EXPECT_EQ(bench.panel.at(GetParam().readOut), QString::fromLatin1(GetParam().shown));
+TEST(StatusMonitorTest, AnswersAreShown) {
+    const struct {
+        QByteArray bytes;
+        ReadOut readOut;
+        const char* shown;
+    } rows[] = {
+        // clang-format off
+        {"^VI532 128;", ReadOut::PAVoltage, "53.2 V"}, {"^VI050 005;", ReadOut::PAVoltage, "05.0 V"},
+        {"^VI532 128;", ReadOut::PACurrent, "12.8 A"}, {"^VI532 005;", ReadOut::PACurrent, "0.5 A"},
+        {"^VI532;^VI600x007;", ReadOut::PACurrent, "0.7 A"}, {"^TM025;", ReadOut::Temperature, "25 C"},
+        {"^TM000;", ReadOut::Temperature, "0 C"}, {"^WS1500 012;", ReadOut::Power, "150 W"},
+        {"^WS150 012;", ReadOut::SWR, "1.2"}, {"^BN05;", ReadOut::Band, "14 MHz"},
+        {"^BN10;", ReadOut::Band, "50 MHz"}, {"^TMabc;", ReadOut::Temperature, "0 C"},
+        {"^TM\x80\xff\xa7;", ReadOut::Temperature, "0 C"}, {"^TM;", ReadOut::Temperature, "0 C"},
+        {"^TM025;^TM031;", ReadOut::Temperature, "31 C"}, {"VLX720;;x;^TM031;", ReadOut::Temperature, "31 C"},
+        {"^BN03;^BN11;", ReadOut::Band, "7 MHz"}, {"^BN03;^BN99;", ReadOut::Band, "7 MHz"},
+        {"^BN03;^BN-1;", ReadOut::Band, "7 MHz"}, {"^FL99;^TM031;", ReadOut::Temperature, "31 C"},
+        // clang-format on
+    };
+    for (const auto& [bytes, readOut, shown] : rows) {
+        Monitored bench;
+        bench.take(bytes);
+        EXPECT_EQ(bench.panel.at(readOut), QString::fromLatin1(shown)) << bytes.toStdString();
+    }
 }
 
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Answers, AnswerTest, testing::Values(
-    AnswerCase{"voltage",           "^VI532 128;",      ReadOut::PAVoltage,   "53.2 V"},
-    AnswerCase{"lowVoltage",        "^VI050 005;",      ReadOut::PAVoltage,   "05.0 V"},
-    AnswerCase{"current",           "^VI532 128;",      ReadOut::PACurrent,   "12.8 A"},
-    AnswerCase{"lowCurrent",        "^VI532 005;",      ReadOut::PACurrent,   "0.5 A"},
-    AnswerCase{"anySeparator",      "^VI532;^VI600x007;", ReadOut::PACurrent, "0.7 A"},
-    AnswerCase{"temperature",       "^TM025;",          ReadOut::Temperature, "25 C"},
-    AnswerCase{"coldest",           "^TM000;",          ReadOut::Temperature, "0 C"},
-    AnswerCase{"power",             "^WS1500 012;",     ReadOut::Power,       "150 W"},
-    AnswerCase{"swr",               "^WS150 012;",      ReadOut::SWR,         "1.2"},
-    AnswerCase{"band",              "^BN05;",           ReadOut::Band,        "14 MHz"},
-    AnswerCase{"highestBand",       "^BN10;",           ReadOut::Band,        "50 MHz"},
-    AnswerCase{"lettersForDigits",  "^TMabc;",          ReadOut::Temperature, "0 C"},
-    AnswerCase{"highBytes",         "^TM\x80\xff\xa7;", ReadOut::Temperature, "0 C"},
-    AnswerCase{"cutShort",          "^TM;",             ReadOut::Temperature, "0 C"},
-    AnswerCase{"lastOneCounts",     "^TM025;^TM031;",   ReadOut::Temperature, "31 C"},
-    AnswerCase{"strangerBefore",    "VLX720;;x;^TM031;", ReadOut::Temperature, "31 C"},
-    AnswerCase{"bandPastTheTable",  "^BN03;^BN99;",     ReadOut::Band,        "7 MHz"},
-    AnswerCase{"bandBelowTheTable", "^BN03;^BN-1;",     ReadOut::Band,        "7 MHz"},
-    AnswerCase{"faultPastTheTable", "^FL99;^TM031;",    ReadOut::Temperature, "31 C"}),
-    [](const auto& row) { return row.param.name; });
-// clang-format on
-
-struct FaultCase {
-    const char* bytes;
-    const char* shown;
-};
-
 TEST(StatusMonitorTest, FaultsAreShownByTheirShortNames) {
-    const std::vector<FaultCase> cases{
+    const std::pair<const char*, const char*> cases[] = {
         {"^FL09;", "REFL HI"}, {"^FL00;", ""},         {"^FL03;", ""},       {"^FL15;", "GAIN ERR"},
         {"^FL0;", "PWR ON"},   {"^FLx;", "PWR ON"},    {"^FL16;", "before"}, {"^FL99;", "before"},
         {"^FL-4;", "before"},  {"^FL02x;", "HI CURR"},
     };
-    for (const FaultCase& one : cases) {
+    for (const auto& [bytes, shown] : cases) {
         Monitored bench;
         bench.panel.fault = QStringLiteral("before");
-        bench.take(one.bytes);
-        EXPECT_EQ(bench.panel.fault, QString::fromLatin1(one.shown)) << one.bytes;
+        bench.take(bytes);
+        EXPECT_EQ(bench.panel.fault, QString::fromLatin1(shown)) << bytes;
     }
 }
 

@@ -176,31 +176,25 @@ TEST(Load, WorksOutTheChecksumWordWhereItCan) {
 
 TEST(Load, JudgesByTheVersionThatComesBack) {
     const QByteArray unstamped = QByteArray(2, '\0') + QByteArray(62, '\x42');
-    struct Row {
-        const char* name;
-        QString available;
+    const QString complete = QStringLiteral("VLX firmware load is complete");
+    const QString mismatch = QStringLiteral("VLX verification failed. Reload VLX firmware.");
+    const struct {
+        const char* available;
         Clock::Microseconds startTime;
         bool isGood;
-        QString lastMessage;
-    };
-    const QString mismatch = QStringLiteral("VLX verification failed. Reload VLX firmware.");
-    const Row rows[] = {
-        {"the same", QStringLiteral("01.23"), std::chrono::seconds(1), true,
-         QStringLiteral("VLX firmware load is complete")},
-        {"after a slow start", QStringLiteral("01.23"), std::chrono::seconds(9), true,
-         QStringLiteral("VLX firmware load is complete")},
-        {"another one counts as success", QStringLiteral("01.24"), std::chrono::seconds(1), true, mismatch},
-        {"no answer", QStringLiteral("01.23"), std::chrono::hours(1), false, ProgrammingFailed},
-    };
-    for (const Row& row : rows) {
+        QString last;
+    } rows[] = {{"01.23", 1s, true, complete},
+                {"01.23", 9s, true, complete},
+                {"01.24", 1s, true, mismatch},  // counts as success
+                {"01.23", 1h, false, ProgrammingFailed}};
+    for (const auto& [available, startTime, isGood, last] : rows) {
         WholeLoad bench(State::Waiting);
-        bench.amplifier.settings().mainStartTime = row.startTime;
+        bench.amplifier.settings().mainStartTime = startTime;
         bench.install(HexText::file(unstamped));
-        bench.panel.available = row.available;
-        EXPECT_EQ(bench.load(), row.isGood) << row.name;
-        EXPECT_EQ(bench.log.last(), row.lastMessage) << row.name;
-        EXPECT_EQ(bench.log.contains(mismatch),
-                  row.lastMessage != QStringLiteral("VLX firmware load is complete"));
+        bench.panel.available = QLatin1String(available);
+        EXPECT_EQ(bench.load(), isGood) << last.toStdString();
+        EXPECT_EQ(bench.log.last(), last);
+        EXPECT_EQ(bench.log.contains(mismatch), last != complete);
     }
 }
 
@@ -345,16 +339,12 @@ TEST(Load, SurvivesAnyOneByteLostFlippedOrLast) {
     }
 }
 
-// Power goes in the middle of each block of a full image, and of the final one. In shards, so that all cores
-// of the test machine have their share.
-constexpr int Shards = 16;
-
-class PowerLoss : public testing::TestWithParam<int> {};
-
-TEST_P(PowerLoss, AtAnyBlockIsMendedByTheNextLoad) {
+// Power goes in the middle of a block of a full image: at its ends, where the bank changes and in between.
+// The last is the final block.
+TEST(Load, PowerLossInAnyBlockIsMendedByTheNextLoad) {
     const QByteArray image = Image::make(Image::FullBlocks);
     const QByteArray hexText = HexText::file(image);
-    for (int block = GetParam(); block <= Image::FullBlocks; block += Thinning * Shards) {
+    for (const int block : {0, 1, 2, 3, 500, 990, 991, 992, 993, 1500, 2003, 2004, 2005, Image::FullBlocks}) {
         WholeLoad bench(State::Waiting);
         bench.port.setInstantLine(true);
         bench.install(hexText);
@@ -369,7 +359,5 @@ TEST_P(PowerLoss, AtAnyBlockIsMendedByTheNextLoad) {
         ASSERT_EQ(bench.clock.pendingWaits(), 0);
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Shard, PowerLoss, testing::Range(0, Shards));
 
 }  // namespace

@@ -46,6 +46,15 @@ TEST_F(Banner, EndsAtZeroOr255OrAfterEightBytes) {
     }
 }
 
+// 201 looks of 5 ms and one more wait before them.
+TEST_F(Banner, AnAnswerCountsUpToTheLastLook) {
+    for (const auto& [delay, text] : {std::pair{999ms, "VLX720"}, {1000ms, "(unread)"}}) {
+        amplifier.behave();
+        amplifier.misbehave({Kind::MemoryLate, 0, delay});
+        EXPECT_EQ(readBanner(), QLatin1String(text)) << delay.count();
+    }
+}
+
 TEST_F(Banner, AReadThatFailsIsEmpty) {
     for (const Kind kind : {Kind::MemoryNoAnswer, Kind::MemoryCut, Kind::MemoryOther, Kind::MemoryBadChecksum,
                             Kind::MemoryLate}) {
