@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "DiskLimit.h"
-
 namespace {
 
 class PrefsTest : public testing::Test {
@@ -115,20 +113,6 @@ TEST_F(PrefsTest, DamagedFileIsKeptAsideWithItsDate) {
     QFile file(m_folder + u'/' + kept.front());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), damaged);
-}
-
-TEST_F(PrefsTest, FullDiskAtAnyByteLeavesTheOldFile) {
-    const QByteArray old = "Port\n2\nTab\n3\n";
-    give(old);
-    REALEasyPrefs prefs = opened();
-    prefs.SetPrefString(QStringLiteral("Macro1Button"), QString(9000, u'm'));
-    for (const qint64 limit : {0, 1, 15, 16, 17, 4096, 9000}) {
-        const DiskLimit full(static_cast<rlim_t>(limit));
-        prefs.WritePrefsFile();
-        EXPECT_EQ(written(), old) << limit;
-    }
-    prefs.WritePrefsFile();
-    EXPECT_EQ(written(), old + "Macro1Button\n" + QByteArray(9000, 'm') + '\n');
 }
 
 TEST_F(PrefsTest, FolderInPlaceOfTheFileStopsNothing) {

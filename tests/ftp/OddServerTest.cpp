@@ -332,35 +332,27 @@ TEST_F(OddServer, ListsMoreThanOneReadHoldsInAWalk) {
 
 // ---- Lengths
 
-struct Told {
-    const char* name;
-    const char* note;
-    const char16_t* type;
-    const char* report;
-    const char* file = "a.txt";
-};
-
-class ToldLength : public OddServer, public testing::WithParamInterface<Told> {};
-
-TEST_P(ToldLength, DecidesWhetherAllCame) {
+TEST_F(OddServer, TellsALengthThatDecidesWhetherAllCame) {
     logon();
-    const QString file = QString::fromLatin1(GetParam().file);
-    writeFile(root.path() + QStringLiteral("/work/") + file, "alpha");
-    server.transferNote = GetParam().note;
-    session.FTPTransferType = QString::fromUtf16(GetParam().type);
-    EXPECT_EQ(bench.runWith({file}, &FTPSessionClass::GetSingleFile), GetParam().report);
+    const std::string ok = "ok: File Transfer Complete.";
+    const struct {
+        const char* note;
+        const char16_t* type;
+        std::string report;
+        const char* file = "a.txt";
+    } rows[] = {{" (5 bytes)", u"I", ok},
+                {" (6 bytes)", u"I", "error: Error while receiving the file: 5 of 6 bytes"},
+                {" (4 bytes)", u"I", "error: Error while receiving the file: 5 of 4 bytes"},
+                {" for (9 bytes) (5 bytes)", u"I", ok, "(9 bytes)"},
+                {" (6 bytes)", u"A", ok},  // other line ends
+                {" (some bytes)", u"I", ok}};
+    for (const auto& [note, type, report, file] : rows) {
+        writeFile(root.path() + QStringLiteral("/work/") + QLatin1String(file), "alpha");
+        server.transferNote = note;
+        session.FTPTransferType = QString::fromUtf16(type);
+        EXPECT_EQ(bench.runWith({QString::fromLatin1(file)}, &FTPSessionClass::GetSingleFile), report);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Lengths, ToldLength,
-    testing::Values(Told{"Same", " (5 bytes)", u"I", "ok: File Transfer Complete."},
-                    Told{"More", " (6 bytes)", u"I", "error: Error while receiving the file: 5 of 6 bytes"},
-                    Told{"Less", " (4 bytes)", u"I", "error: Error while receiving the file: 5 of 4 bytes"},
-                    Told{"InTheNameToo", " for (9 bytes) (5 bytes)", u"I", "ok: File Transfer Complete.",
-                         "(9 bytes)"},
-                    Told{"OtherLineEnds", " (6 bytes)", u"A", "ok: File Transfer Complete."},
-                    Told{"NoNumber", " (some bytes)", u"I", "ok: File Transfer Complete."}),
-    [](const auto& tested) { return std::string(tested.param.name); });
 
 struct Restart {
     const char* name;

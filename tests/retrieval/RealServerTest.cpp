@@ -1,6 +1,4 @@
 // Both routes against the FTP servers of the distribution, and against the demo's own.
-#include <gmock/gmock.h>
-
 #include "FtpServer.h"
 #include "RealServers.h"
 #include "RetrievalBench.h"
@@ -112,24 +110,6 @@ TEST(DemoServer, ServesBothRoutesAndMisbehavesOnDemand) {
             EXPECT_EQ(QFileInfo::exists(bench.local(NewImage)), row.isFetched);
         }
     }
-}
-
-// Nothing above its folder is in reach, and nothing can be changed.
-TEST(DemoServer, GivesNothingAway) {
-    RetrievalBench bench;
-    serve(bench.root());
-    writeFile(bench.world.filePath(QStringLiteral("secret")), "secret");
-    QFile::link(bench.world.filePath(QStringLiteral("secret")), bench.served(QStringLiteral("link")));
-    FtpServer server(bench.root());
-    SessionBench<SystemClock> client;
-    client.connectTo(server.port());
-    EXPECT_EQ(client.run(&FTPSessionClass::Logon), "ok: Connected to Tessarin server.");
-    for (const char* command :
-         {"SIZE ../secret", "SIZE /../secret", "SIZE /VLX/firmware/link", "CWD /VLX/firmware/../../../VLX/x",
-          "DELE VLX/firmware/VLX720FP0125.hex", "STOR x", "MKD x"})
-        EXPECT_THAT(client.run([&](FTPSessionClass& s) { s.DirectCommand(QString::fromLatin1(command)); }),
-                    testing::AnyOf(testing::HasSubstr("550"), testing::HasSubstr("502")))
-            << command;
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 namespace {
 
-using Kind = Misbehaviour::Kind;
 using AmplifierTest = SimBench;
 
 TEST_F(AmplifierTest, ConversationHasItsAnswers) {
@@ -86,24 +85,6 @@ TEST_F(AmplifierTest, MisbehaviourHitsTheAnswersItIsMeantFor) {
     EXPECT_EQ(clock.pendingWaits(), 0);
 }
 
-TEST_F(AmplifierTest, AnswersComeInPiecesOrLate) {
-    std::vector<QByteArray> chunks;
-    port.DataAvailable = [&] { chunks.push_back(port.ReadAll()); };
-    amplifier.misbehave({Kind::InPieces, 1, 7ms});
-    ask("^TM;");
-    EXPECT_EQ(chunks.size(), 7U);
-    amplifier.behave();
-    amplifier.misbehave({Kind::Joined, 0, 50ms});
-    ask("^TM;^BN;^FL;");
-    EXPECT_EQ(chunks.back(), "^TM025;^BN00;^FL00;");
-    port.DataAvailable = nullptr;
-    amplifier.behave();
-    amplifier.misbehave({Kind::Late, 1, 3s});
-    EXPECT_EQ(ask("^TM;", 3s), "");
-    clock.advance(10ms);
-    EXPECT_EQ(port.ReadAll(), "^TM025;");
-}
-
 TEST_F(AmplifierTest, FlushDropsWhatHasPassedAndLeavesWhatHasNot) {
     port.Write("^TM;");
     // The question, and three bytes and a half of the answer.
@@ -111,29 +92,6 @@ TEST_F(AmplifierTest, FlushDropsWhatHasPassedAndLeavesWhatHasNot) {
     port.Flush();
     clock.advance(1s);
     EXPECT_EQ(port.ReadAll(), "025;");
-}
-
-TEST_F(AmplifierTest, UnpluggedPortIsClosedAndSaysSoOnce) {
-    QStringList reasons;
-    port.Lost = [&](const QString& reason) {
-        EXPECT_FALSE(port.isOpen());
-        reasons += reason;
-    };
-    port.Write("^TM;");
-    const Task<> sent = port.XmitWait();
-    port.unplug(QStringLiteral("gone"));
-    EXPECT_TRUE(reasons.isEmpty());
-    EXPECT_TRUE(clock.run(sent));
-    clock.advance(1s);
-    EXPECT_EQ(reasons, QStringList{QStringLiteral("gone")});
-    EXPECT_EQ(ask("^TM;"), "");
-    EXPECT_FALSE(port.Open());
-    EXPECT_FALSE(port.openFailure().isEmpty());
-
-    port.replug();
-    EXPECT_TRUE(port.Open());
-    EXPECT_EQ(ask(";^TM;"), ";^TM025;");
-    EXPECT_EQ(clock.pendingWaits(), 0);
 }
 
 }  // namespace
