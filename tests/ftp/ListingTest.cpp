@@ -72,20 +72,6 @@ TEST(DirectoryEntry, GivesFilesFromTheLastAndKeepsThemUntilDeleted) {
     EXPECT_EQ(entry.GetNextFileName(), u"b");
 }
 
-TEST(DirectoryEntry, GivesSubDirectoriesFromTheLastAndMovesDown) {
-    FTPDirectoryClass entry(QStringLiteral("/top"), QString());
-    EXPECT_EQ(entry.GetNextSubDirectoryName(), QString());
-    for (const char* name : {"/top/a", "/top/b", "/top/c"})
-        entry.AddSubDirectory(QString::fromLatin1(name));
-    EXPECT_EQ(entry.GetNextSubDirectoryName(), u"/top/c");
-    EXPECT_EQ(entry.GetCurrentSubDirectoryName(), u"/top/b");
-    entry.DeleteSubDirectory(QStringLiteral("/top/c"));
-    EXPECT_EQ(entry.GetNextSubDirectoryName(), u"/top/b");
-    EXPECT_EQ(entry.GetNextSubDirectoryName(), u"/top/a");
-    EXPECT_EQ(entry.GetNextSubDirectoryName(), QString());
-    EXPECT_EQ(entry.GetSubDirectoryCount(), 1);
-}
-
 TEST(ServerName, StaysInItsFolder) {
     using namespace std::string_view_literals;
     for (const auto name : {u"VLX720FP0123.hex"sv, u"a b"sv, u"caf\u00e9 \u0085"sv, u".profile"sv})

@@ -140,16 +140,6 @@ TEST_F(OddServer, IsNotThere) {
     EXPECT_EQ(bench.run(&FTPSessionClass::Logon), "error: Error: 0");
 }
 
-TEST_F(OddServer, ClosesAnUnusedDataConnectionLater) {
-    logon();
-    EXPECT_EQ(bench.runWith({QStringLiteral("a.txt")}, &FTPSessionClass::DeleteSingleFile),
-              "ok: File has been deleted.");
-    EXPECT_TRUE(waitUntil([&] { return server.data() != nullptr; }));
-    server.data()->disconnectFromHost();
-    EXPECT_TRUE(waitUntil([&] { return !session.DataSocket->IsConnected(); }));
-    EXPECT_FALSE(session.ConnectionTimer->IsOn()) << "nothing is awaited that could time out";
-}
-
 // ---- IPv6
 
 class IPv6Server : public testing::Test {

@@ -105,18 +105,6 @@ TEST_F(FaultTableTest, ASilentAmplifierGivesAnEmptyTable) {
     EXPECT_FALSE(canSave);
 }
 
-TEST_F(FaultTableTest, NoMisbehaviourOfTheLineIsMoreThanAWrongTable) {
-    for (const NamedMisbehaviour& how : namedMisbehaviours()) {
-        SCOPED_TRACE(how.name.data());
-        powerAnew();
-        amplifier.misbehave(how.example);
-        Task<> flow = table.Begin(*this);
-        EXPECT_TRUE(clock.run(flow));
-        EXPECT_FALSE(isWaiting);
-        expectNothingLeftBehind();
-    }
-}
-
 TEST_F(FaultTableTest, AFileStaysWhateverHappens) {
     begin();
     {

@@ -21,17 +21,6 @@ TEST_F(LogFieldTest, MessagesThatRepeatAreCounted) {
     EXPECT_EQ(text(), "14:05:07 lost\n14:05:09 ... 3 times\n14:05:10 back\n14:05:11 lost\n14:05:12 lost \n");
 }
 
-TEST_F(LogFieldTest, CountGoesOnInALineOfItsOwnWhenTheUserHasCutThatOfBefore) {
-    for (int repeat = 0; repeat < 2; ++repeat)
-        log.appendMessage(QStringLiteral("lost\n"));
-    EXPECT_EQ(text(), "lost\n... 2 times\n");
-    log.selectAll();
-    log.deleteSelection();
-    log.appendText(QStringLiteral("other\n"));
-    log.appendMessage(QStringLiteral("lost\n"));
-    EXPECT_EQ(text(), "other\n... 3 times\n");
-}
-
 TEST_F(LogFieldTest, IsSavedFromItsMenuWhereThatIsOffered) {
     int chosen = 0;
     QObject::connect(&log, &LogField::saveLogChosen, &log, [&chosen] { ++chosen; });
