@@ -1,14 +1,22 @@
 #include "LockedPage.h"
 
 #include <QWebEngineNewWindowRequest>
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+#include <QWebEnginePermission>
+#endif
 
 #include "BookUrl.h"
 
 LockedPage::LockedPage(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile, parent) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    connect(this, &QWebEnginePage::permissionRequested, this,
+            [](const QWebEnginePermission& permission) { permission.deny(); });
+#else
     connect(this, &QWebEnginePage::featurePermissionRequested, this,
             [this](const QUrl& origin, Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
             });
+#endif
     connect(this, &QWebEnginePage::newWindowRequested, this, &LockedPage::openInPlace);
 }
 
