@@ -32,13 +32,30 @@ Task<> FirmwareFolder::Checklocalfiles() {
     const QStringList names = co_await itemNames();
     std::int32_t index = 0;
     hmcuVersion = GetNewestVersion(ImageNames::Prefix, names, index);
-    if (hmcuVersion.isEmpty()) {
+    if (!m_chosenImage.isEmpty()) {
+        showImage(m_chosenImage);
+    } else if (hmcuVersion.isEmpty()) {
         m_panel.setMCUavailableText(QStringLiteral("Missing"));
         versionedFilename.m_mstrPath = QStringLiteral("-");
     } else {
-        m_panel.setMCUavailableText(Text::Format(Text::Val(hmcuVersion), u"00\\.00"));
-        versionedFilename.m_mstrPath = names[index];
+        showImage(names[index]);
     }
+}
+
+void FirmwareFolder::showImage(const QString& name) {
+    m_panel.setMCUavailableText(ImageNames::shownVersion(name));
+    versionedFilename.m_mstrPath = name;
+}
+
+void FirmwareFolder::chooseImage(const QString& name) {
+    m_chosenImage = name;
+    if (!name.isEmpty())
+        showImage(name);
+}
+
+Task<QStringList> FirmwareFolder::images() {
+    const QStringList names = co_await itemNames();
+    co_return ImageNames::newestFirst(ImageNames::Prefix, ImageNames::Extension, names);
 }
 
 Task<bool> FirmwareFolder::restoreDefaultFolder() {

@@ -39,6 +39,11 @@ public:
     Task<> Checklocalfiles();
     // As ImageNames::newest, for images.
     static QString GetNewestVersion(const QString& prefix, const QStringList& names, std::int32_t& index);
+    // The images of the folder, the newest first.
+    Task<QStringList> images();
+    // From now on this image is the one to load, and its version the one that is shown, whatever is found
+    // beside it; with an empty name the newest is again, from the next look on.
+    void chooseImage(const QString& name);
     // True when Checklocalfiles has found an image, which then is the one to load.
     bool HasRequiredFiles();
     // Compares the two version labels, and tells the user when the folder has the newer one.
@@ -61,6 +66,7 @@ private:
     Task<bool> restoreDefaultFolder();
     Task<QStringList> itemNames();
     void setFolderPath(const QString& folder);
+    void showImage(const QString& name);
 
     Platform& m_platform;
     Globals& m_globals;
@@ -68,4 +74,5 @@ private:
     const WindowState& m_window;
     NewFirmwareNotice& m_notice;
     VersionQuery m_CheckVLXVersion;
+    QString m_chosenImage;
 };

@@ -46,6 +46,21 @@ QString ImageNames::newest(const QString& prefix, const QString& extension, cons
     return best;
 }
 
+QStringList ImageNames::newestFirst(const QString& prefix, const QString& extension,
+                                    const QStringList& names) {
+    const auto versionOf = [&](const QString& name) { return Text::Val(versionIn(name, prefix, extension)); };
+    QStringList images;
+    std::ranges::copy_if(names, std::back_inserter(images), [&](const QString& name) {
+        return isImageName(name, prefix, extension) && versionOf(name) > 0;
+    });
+    std::ranges::stable_sort(images, std::ranges::greater{}, versionOf);
+    return images;
+}
+
+QString ImageNames::shownVersion(const QString& name) {
+    return Text::Format(Text::Val(versionIn(name, Prefix, Extension)), u"00\\.00");
+}
+
 QString ImageNames::newerThan(double baseline, const QString& prefix, const QString& extension,
                               const QStringList& list) {
     std::int32_t index = 0;

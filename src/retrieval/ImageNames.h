@@ -20,6 +20,12 @@ inline const QString Extension = QStringLiteral(".hex");
 QString newest(const QString& prefix, const QString& extension, const QStringList& names,
                std::int32_t& index);
 
+// The images among `names` that have a version, the newest first; those of one version in their order.
+QStringList newestFirst(const QString& prefix, const QString& extension, const QStringList& names);
+
+// The version that an image's name tells, as it is shown: "01.05".
+QString shownVersion(const QString& name);
+
 // The name of the newest image in `list` if its version is above `baseline`, else empty.
 QString newerThan(double baseline, const QString& prefix, const QString& extension, const QStringList& list);
 

@@ -21,8 +21,15 @@ public:
 
     // Loads the newest local image, or tells that there is none. The button is disabled meanwhile.
     Task<> SendVLXButton_Action();
+    // Offers the images of the folder.
+    Task<> ImagesButton_Action();
+    // Loads the image that was chosen there; asks first when it is not the newest.
+    Task<> sendImage(QString name);
 
 private:
+    Task<bool> isWantedInPlaceOf(QString newest, QString name);
+    Task<> send();
+
     Dialogs& m_dialogs;
     Globals& m_globals;
     FirmwarePanel& m_panel;

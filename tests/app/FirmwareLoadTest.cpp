@@ -1,4 +1,7 @@
 // New firmware on its way from the folder to the amplifier, button by button.
+#include <QMenu>
+#include <QToolButton>
+
 #include "AppBench.h"
 #include "HexText.h"
 
@@ -51,6 +54,20 @@ TEST_F(FirmwareLoadTest, NewImageIsNoticedAndLoaded) {
     bench.clock().advance(2500ms);
     bench.window().close();
     EXPECT_TRUE(bench.window().isVisible()) << "not while it loads";
+    EXPECT_TRUE(bench.clock().runUntil([this] { return bench.app().flows().isIdle(); }));
+    EXPECT_TRUE(bench.logText().contains(QStringLiteral("VLX firmware load is complete")));
+    expectLoaded();
+}
+
+TEST_F(FirmwareLoadTest, ImagesOfTheFolderAreOfferedInAMenu) {
+    bench.control<QToolButton>(QStringLiteral("ImagesButton"))->click();
+    bench.clock().advance(10ms);
+    auto* const menu = bench.control<QMenu>(QStringLiteral("ImagesMenu"));
+    ASSERT_TRUE(menu->isVisible());
+    EXPECT_FALSE(menu->activeAction()) << "a key pressed twice sends nothing";
+    ASSERT_EQ(menu->actions().size(), 1);
+    menu->actions().front()->trigger();
+    menu->close();
     EXPECT_TRUE(bench.clock().runUntil([this] { return bench.app().flows().isIdle(); }));
     EXPECT_TRUE(bench.logText().contains(QStringLiteral("VLX firmware load is complete")));
     expectLoaded();

@@ -34,6 +34,12 @@ struct FolderBench : AmplifierBench, NewFirmwareNotice {
         co_await clock.sleep(std::chrono::seconds(1));
         co_return true;
     }
+    // New files come in the middle of a load, and are looked at.
+    Task<bool> lookAndLoad() {
+        co_await folder.Checklocalfiles();
+        happened += QStringLiteral("%1 as %2").arg(folder.versionedFilename.m_mstrPath, panel.available);
+        co_return true;
+    }
     Task<> show() override {
         happened += QStringLiteral("notice");
         co_await clock.sleep(std::chrono::seconds(1));
@@ -257,6 +263,30 @@ TEST(SendFirmware, LoadsTheNewestImageOrTellsThatThereIsNone) {
     EXPECT_EQ(bench.panel.movesToEnd, 1);
     EXPECT_EQ(bench.log, QStringList({QStringLiteral("Loading firmware from ") + bench.globals.m_FolderPath,
                                       QStringLiteral("Ready")}));
+    EXPECT_TRUE(bench.panel.canSend);
+}
+
+TEST(SendFirmware, AnOlderImageIsSentOnPurposeAndAskedAboutOnce) {
+    FolderBench bench;
+    SendFirmware send(bench.platform, bench.globals, bench.panel, bench.folder,
+                      [&bench] { return bench.lookAndLoad(); });
+    bench.add({"VLX720FP0104.hex", "VLX720FP0200.hex", "vlx720fp0105.HEX", "VLX720FP.hex", "notes.hex"});
+    bench.finish(send.ImagesButton_Action());
+    EXPECT_EQ(bench.panel.images, (QStringList{"VLX720FP0200.hex", "vlx720fp0105.HEX", "VLX720FP0104.hex"}));
+
+    bench.finish(send.sendImage(QStringLiteral("VLX720FP0104.hex")));
+    EXPECT_EQ(bench.dialogs.shown,
+              QStringList{"VLX720FP0104.hex is not the newest image in the folder: that is "
+                          "VLX720FP0200.hex.\nSend it anyway?"});
+    EXPECT_EQ(bench.happened, QStringList()) << "no is the default";
+    bench.dialogs.cautionAnswers = {false};
+    bench.finish(send.sendImage(QStringLiteral("VLX720FP0104.hex")));
+    bench.finish(send.sendImage(QStringLiteral("VLX720FP0200.hex")));
+    EXPECT_EQ(bench.dialogs.shown.size(), 2);
+    EXPECT_EQ(bench.happened.join(u','),
+              QStringLiteral("VLX720FP0104.hex as 01.04,VLX720FP0200.hex as 02.00"));
+    EXPECT_EQ(bench.panel.available, QStringLiteral("02.00"));
+    EXPECT_EQ(bench.folder.versionedFilename.m_mstrPath, QStringLiteral("VLX720FP0200.hex"));
     EXPECT_TRUE(bench.panel.canSend);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class FirmwarePanel {
 public:
@@ -21,4 +22,6 @@ public:
     // Whether files are being copied, so that this can be given up.
     virtual void setCanGiveUp(bool canGiveUp) = 0;
     virtual void moveStatusFieldToEnd() = 0;
+    // A menu of images, as they stand.
+    virtual void offerImages(const QStringList& names) = 0;
 };

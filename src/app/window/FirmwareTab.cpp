@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "Focus.h"
@@ -53,6 +54,9 @@ FirmwareTab::FirmwareTab()
                                 tr("Firmware version installed in VLX"))),
       MCUavailable(versionLabel(QStringLiteral("missing"), QStringLiteral("MCUavailableText"),
                                 tr("Firmware version available"))),
+      ImagesButton(
+          named(new QToolButton, QStringLiteral("ImagesButton"), tr("Images in the firmware folder"))),
+      m_imagesMenu(named(new QMenu(this), QStringLiteral("ImagesMenu"), tr("Images in the firmware folder"))),
       SendVLXButton(
           named(new SendButton(QStringLiteral("Send Firmware to VLX720")), QStringLiteral("SendVLXButton"))),
       StatusField(named(new LogField(LogField::SelectAll::NeedsSelection), QStringLiteral("StatusField"),
@@ -60,8 +64,9 @@ FirmwareTab::FirmwareTab()
     FolderPath->setReadOnly(true);
     FolderPath->installEventFilter(this);
     SendVLXButton->setToolTip(tr("Load the available firmware into the amplifier"));
-    SendVLXButton->setEnabled(false);
     makeCopyMenu();
+    makeImagesButton();
+    setSendVLXButtonEnabled(false);
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(folderGroup());
@@ -91,6 +96,27 @@ void FirmwareTab::makeCopyMenu() {
     setCanGiveUp(false);
     connect(CopyWithCurl, &QAction::triggered, this, &FirmwareTab::CopyWithCurl_Action);
     connect(GiveUpCopying, &QAction::triggered, this, &FirmwareTab::GiveUpCopying_Action);
+}
+
+void FirmwareTab::makeImagesButton() {
+    ImagesButton->setText(tr("Images"));
+    ImagesButton->setArrowType(Qt::DownArrow);
+    ImagesButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    ImagesButton->setFocusPolicy(Qt::StrongFocus);
+    ImagesButton->setToolTip(tr("Choose another image of the firmware folder, and send that one"));
+    connect(ImagesButton, &QToolButton::clicked, this, &FirmwareTab::ImagesButton_Action);
+    connect(m_imagesMenu, &QMenu::triggered, this,
+            [this](const QAction* image) { Q_EMIT imageChosen(image->data().toString()); });
+}
+
+// No row is marked at first: a key pressed twice must not send anything.
+void FirmwareTab::offerImages(const QStringList& names) {
+    m_imagesMenu->clear();
+    for (const QString& name : names)
+        m_imagesMenu->addAction(QString(name).replace(u'&', QStringLiteral("&&")))->setData(name);
+    if (names.isEmpty())
+        m_imagesMenu->addAction(tr("No image in the folder"))->setEnabled(false);
+    m_imagesMenu->popup(ImagesButton->mapToGlobal(QPoint(0, ImagesButton->height())));
 }
 
 // A disabled button leaves the event to its parents.
@@ -148,7 +174,8 @@ QWidget* FirmwareTab::versionGroup() {
     grid->addWidget(new QLabel(QStringLiteral("Available")), 0, 1);
     grid->addWidget(MCUinstalled, 1, 0);
     grid->addWidget(MCUavailable, 1, 1);
-    grid->addWidget(lockable({SendVLXButton}, Qt::Vertical), 2, 0, 1, 2);
+    grid->addWidget(lockable({ImagesButton}, Qt::Vertical), 0, 2, 2, 1);
+    grid->addWidget(lockable({SendVLXButton}, Qt::Vertical), 2, 0, 1, 3);
     return group;
 }
 
@@ -181,6 +208,7 @@ void FirmwareTab::setFolderPath(const QString& path) {
 
 void FirmwareTab::setSendVLXButtonEnabled(bool enabled) {
     setEnabledOnPage(*SendVLXButton, enabled, *StatusField);
+    setEnabledOnPage(*ImagesButton, enabled, *StatusField);
 }
 
 void FirmwareTab::setGetRevButtonEnabled(bool enabled) {

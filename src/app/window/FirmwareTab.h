@@ -12,6 +12,7 @@ class QAction;
 class QLineEdit;
 class QMenu;
 class QPushButton;
+class QToolButton;
 class SendButton;
 class ValueLabel;
 
@@ -31,6 +32,7 @@ public:
     void setGetRevButton1Enabled(bool enabled) override;
     void setCanGiveUp(bool canGiveUp) override;
     void moveStatusFieldToEnd() override;
+    void offerImages(const QStringList& names) override;
 
     // What starts a flow, and not the log.
     void lock(bool isLocked);
@@ -48,6 +50,8 @@ Q_SIGNALS:
     void CopyWithCurl_Action();
     void GiveUpCopying_Action();
     void SendVLXButton_Action();
+    void ImagesButton_Action();
+    void imageChosen(const QString& name);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,6 +64,7 @@ private:
     QWidget* versionGroup();
     QWidget* logGroup();
     void makeCopyMenu();
+    void makeImagesButton();
     void StatusField_TextChange();
 
     // The buttons by their groups, to be locked apart from their own enabled states.
@@ -75,6 +80,9 @@ private:
     QAction* GiveUpCopying;
     ValueLabel* MCUinstalled;
     ValueLabel* MCUavailable;
+    // The images of the folder, for one that is not the newest.
+    QToolButton* ImagesButton;
+    QMenu* m_imagesMenu;
     SendButton* SendVLXButton;
     LogField* StatusField;
 };

@@ -66,6 +66,11 @@ void Window1::connectFirmwareTab() {
             [this, &s] { startAlone([&s] { return s.firmwareFolder.GetRevButton_Action(); }); });
     connect(m_firmwareTab, &FirmwareTab::SendVLXButton_Action, this,
             [this, &s] { startAlone([&s] { return s.sendFirmware.SendVLXButton_Action(); }); });
+    connect(m_firmwareTab, &FirmwareTab::ImagesButton_Action, this,
+            [&s] { s.flows.start(s.sendFirmware.ImagesButton_Action()); });
+    connect(m_firmwareTab, &FirmwareTab::imageChosen, this, [this, &s](const QString& name) {
+        startAlone([&s, name] { return s.sendFirmware.sendImage(name); });
+    });
     connect(m_firmwareTab, &FirmwareTab::GetRevButton1_Action, this,
             [&s] { s.flows.start(s.retrieval.GetRevButton1_Action()); });
     connect(m_firmwareTab, &FirmwareTab::CopyWithCurl_Action, this,
