@@ -122,7 +122,7 @@ public:
     explicit SilentView(QWidget* parent) : m_control(new QWidget(parent)) {}
     ~SilentView() override { delete m_control; }
     QWidget* control() override { return m_control; }
-    void LoadPage(const FolderItem& /*file*/) override {}
+    void LoadPage(const FolderItem& /*file*/, const QString& /*anchor*/) override {}
     void LoadPage(const QString& /*html*/, const FolderItem& /*base*/) override {}
 
 private:
@@ -151,7 +151,7 @@ public:
         };
     }
     QWidget* control() override { return m_shown->control(); }
-    void LoadPage(const FolderItem& file) override { m_shown->LoadPage(file); }
+    void LoadPage(const FolderItem& file, const QString& anchor) override { m_shown->LoadPage(file, anchor); }
     void LoadPage(const QString& html, const FolderItem& base) override { m_shown->LoadPage(html, base); }
 
 private:

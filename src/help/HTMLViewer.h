@@ -21,7 +21,8 @@ public:
     // The control that shows the page; gone with this object.
     virtual QWidget* control() = 0;
 
-    virtual void LoadPage(const FolderItem& file) = 0;
+    // At an anchor of the page, or at its beginning without one.
+    virtual void LoadPage(const FolderItem& file, const QString& anchor) = 0;
     // Shows `html` in place of what `base` holds; relative links and pictures resolve from there.
     virtual void LoadPage(const QString& html, const FolderItem& base) = 0;
 

@@ -38,7 +38,8 @@ public:
     // Reads the book, once; false (StartError) when it cannot be opened, and the user has been told.
     virtual Task<bool> CustomizeHelp(HelpSettings settings) = 0;
     virtual void Show() = 0;
-    virtual void OpenPage(const FolderItem& page) = 0;
+    // At its beginning without an anchor.
+    virtual void OpenPage(const FolderItem& page, const QString& anchor) = 0;
     virtual void OpenSearch(const QString& text) = 0;
     virtual void setRectangle(const QRect& rectangle) = 0;
     virtual void Close() = 0;

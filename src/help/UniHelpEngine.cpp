@@ -63,8 +63,8 @@ UniHelpEngine::UniHelpEngine(UniHelpGlobals& globals, SpecialFolders folders, Wi
         HelpFolder = FolderItem(m_folders.executable).Child(QStringLiteral("Help"));
 }
 
-void UniHelpEngine::Run(const FolderItem& page) {
-    openWith([page](HelpWindow& window) { window.OpenPage(page); });
+void UniHelpEngine::Run(const FolderItem& page, const QString& anchor) {
+    openWith([page, anchor](HelpWindow& window) { window.OpenPage(page, anchor); });
 }
 
 void UniHelpEngine::Run(const QString& text) {

@@ -43,9 +43,9 @@ public:
     bool ShowPrintButton = false;
     int FontSize = 11;
 
-    // Opens the help window on a page, or on a search; the window that was open closes. The window comes
-    // from the event loop. Throws NilObjectError when there is no HelpFolder.
-    void Run(const FolderItem& page);
+    // Opens the help window on a page, at an anchor of it if one is told, or on a search; the window that was
+    // open closes. The window comes from the event loop. Throws NilObjectError when there is no HelpFolder.
+    void Run(const FolderItem& page, const QString& anchor = {});
     void Run(const QString& text);
     void closeWindow();
     // Gets the text behind "UHScript:" of the sources and links that are followed: a hook for the program

@@ -52,7 +52,8 @@ LoadWindow::LoadWindow(Platform& platform, Globals& globals, MCULoader& loader,
                     QStringLiteral("Close the window of the firmware load"))) {
     setObjectName(QStringLiteral("LoadWindow"));
     setWindowTitle(QStringLiteral("Loading VLX Firmware"));
-    setModal(true);
+    // Not to the whole program: the trends and the manual stay in reach.
+    setWindowModality(Qt::WindowModal);
     resize(DesignSize);
 
     auto* const GroupBox1 = named(new QGroupBox, QStringLiteral("GroupBox1"), QStringLiteral("Activity log"));

@@ -76,7 +76,8 @@ FaultTableRow FaultTable::decodeNumbers(int index) const {
     const int offset = entryOffset(index);
     const int timestamp = byteAt(offset + 2) * 65536 + byteAt(offset) + byteAt(offset + 1) * 256;
     const int code = byteAt(offset + CodeOffset);
-    return {.timestamp = Text::Format(timestamp, u"00000000"),
+    return {.code = code,
+            .timestamp = Text::Format(timestamp, u"00000000"),
             .faultCode = Text::Format(code, u"00") + u' ' + m_globals.FaultCodes.value(code * 2),
             .data = digitsAt(offset + 5) + digitsAt(offset + 4),
             .description = {}};

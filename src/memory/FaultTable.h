@@ -13,6 +13,7 @@
 
 // One line of the list, as shown.
 struct FaultTableRow {
+    int code = 0;  // as a number, for its page in the manual
     QString timestamp;
     QString faultCode;
     QString data;

@@ -25,7 +25,9 @@ public:
         co_return m_opens;
     }
     void Show() override { m_calls += QStringLiteral("shown"); }
-    void OpenPage(const FolderItem& page) override { m_calls += QStringLiteral("page ") + page.Name(); }
+    void OpenPage(const FolderItem& page, const QString&) override {
+        m_calls += QStringLiteral("page ") + page.Name();
+    }
     void OpenSearch(const QString& text) override { m_calls += QStringLiteral("search ") + text; }
     void setRectangle(const QRect& r) override {
         m_calls += QStringLiteral("at %1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());

@@ -23,7 +23,9 @@ public:
     ~ScriptedView() override { delete m_control; }
 
     QWidget* control() override { return m_control; }
-    void LoadPage(const FolderItem& file) override { load(file, QString()); }
+    void LoadPage(const FolderItem& file, const QString& anchor) override {
+        load(file, anchor.isEmpty() ? QString() : u'#' + anchor);
+    }
     void LoadPage(const QString& html, const FolderItem& base) override { load(base, u'*' + html); }
 
     // A click on a link of the page.

@@ -15,6 +15,9 @@ using ViewerTest = ViewerBench;
 TEST_F(ViewerTest, OpensOnAPageAndSelectsItInTheContents) {
     open(files.file("sub/bottom.htm"));
     EXPECT_EQ(takeShown(), QStringList{"bottom.htm"});
+    engine.Run(files.file("sub/bottom.htm"), QStringLiteral("fault-9"));
+    clock.advance(1s);
+    EXPECT_EQ(takeShown(), QStringList{"bottom.htm#fault-9"});
     EXPECT_EQ(rows(),
               QStringLiteral("Home -In/Out Port -Deep Bottom +Empty Heading Web Script Gone Notes Photo"));
     EXPECT_EQ(selectedRow(), QStringLiteral("Bottom"));

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTreeWidget>
 
 #include "AmplifierBench.h"
@@ -66,6 +67,10 @@ protected:
 };
 
 TEST_F(MemoryWindow, FaultTableIsReadListedSavedAndClosed) {
+    QStringList helped;
+    windows.showFaultHelp = [&helped](std::optional<int> code) {
+        helped += QString::number(code.value_or(-1));
+    };
     const Task<> flow = tools.DisplayFaultTable_Action();
     QWidget* const faults = window(QStringLiteral("FaultTableWindow"));
     ASSERT_TRUE(faults && faults->isVisible());
@@ -84,6 +89,14 @@ TEST_F(MemoryWindow, FaultTableIsReadListedSavedAndClosed) {
     EXPECT_EQ(list->topLevelItem(3)->text(3), QStringLiteral("Excessive reflected power (High SWR)"));
     for (const auto& [column, width] : {std::pair{0, 90}, {1, 90}, {2, 50}})
         EXPECT_GE(list->columnWidth(column), width);
+
+    auto* const key = faults->findChild<QShortcut*>();
+    Q_EMIT key->activated();
+    list->setCurrentItem(list->topLevelItem(3));
+    Q_EMIT key->activated();
+    list->setCurrentItem(list->topLevelItem(0));
+    Q_EMIT list->itemDoubleClicked(list->topLevelItem(0), 1);
+    EXPECT_EQ(helped, (QStringList{"-1", "9", "6"}));
 
     dialogs.files.push_back(world.filePath(QStringLiteral("a.VLXFaultTable")));
     press(*faults, QStringLiteral("SaveToFileButton"));

@@ -132,6 +132,7 @@ void App::connectHelp() {
     auto* key = new QShortcut(QKeySequence(Qt::Key_F1), &m_window1);
     QObject::connect(key, &QShortcut::activated, &m_window1,
                      [this] { m_help->showTab(m_globals.m_TabPanel); });
+    m_memoryToolWindows.showFaultHelp = [this](std::optional<int> code) { m_help->showFault(code); };
 }
 
 void App::readPreferences() {

@@ -19,10 +19,17 @@ QString Help::pageOfTab(int tab) {
     return QString::fromLatin1(Pages[tab]);
 }
 
+void Help::showFault(std::optional<int> code) {
+    if (code)
+        show(QStringLiteral("faults.htm"), QStringLiteral("fault-%1").arg(*code));
+    else
+        show(QStringLiteral("faulttable.htm"));
+}
+
 // The book may have no folder, which is an error like any other that nobody catches.
-void Help::show(const QString& page) {
+void Help::show(const QString& page, const QString& anchor) {
     try {
-        UniHelp.Run(UniHelp.HelpFolder.Child(page));
+        UniHelp.Run(UniHelp.HelpFolder.Child(page), anchor);
     } catch (...) {
         m_globals.onError(std::current_exception());
     }

@@ -1,6 +1,8 @@
 // The utility's help: its book, its window, and which page belongs to which tab.
 #pragma once
 
+#include <optional>
+
 #include <QString>
 
 #include "Flows.h"
@@ -16,12 +18,14 @@ public:
     // Opens the book on its home page, or on the page of a tab.
     void _HelpVLXUtilHelp_Action() { show(QStringLiteral("VLXUtility.htm")); }
     void showTab(int tab) { show(pageOfTab(tab)); }
+    // The text on a fault, or on the fault table.
+    void showFault(std::optional<int> code);
     void close() { UniHelp.closeWindow(); }
 
     static QString pageOfTab(int tab);
 
 private:
-    void show(const QString& page);
+    void show(const QString& page, const QString& anchor = {});
 
     UniHelpGlobals m_globals;
     HTMLViewerPlugin m_pageViews;

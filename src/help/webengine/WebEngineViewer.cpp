@@ -41,9 +41,12 @@ WebEngineViewer::~WebEngineViewer() {
     delete m_view;
 }
 
-void WebEngineViewer::LoadPage(const FolderItem& file) {
+void WebEngineViewer::LoadPage(const FolderItem& file, const QString& anchor) {
     m_profile.files().putInPlace(FolderItem(), QString());
-    m_view->load(BookUrl::of(file, m_helpFolder));
+    QUrl url = BookUrl::of(file, m_helpFolder);
+    if (!anchor.isEmpty())
+        url.setFragment(anchor);
+    m_view->load(url);
 }
 
 void WebEngineViewer::LoadPage(const QString& html, const FolderItem& base) {

@@ -16,7 +16,7 @@ public:
     ~WebEngineViewer() override;
 
     QWidget* control() override { return m_view; }
-    void LoadPage(const FolderItem& file) override;
+    void LoadPage(const FolderItem& file, const QString& anchor) override;
     void LoadPage(const QString& html, const FolderItem& base) override;
 
 private:

@@ -28,7 +28,7 @@ public:
 
     Task<bool> CustomizeHelp(HelpSettings settings) override;
     void Show() override;
-    void OpenPage(const FolderItem& page) override;
+    void OpenPage(const FolderItem& page, const QString& anchor) override;
     void OpenSearch(const QString& text) override;
     void setRectangle(const QRect& rectangle) override;
     void Close() override { close(); }
@@ -116,6 +116,7 @@ private:
     HelpHistory m_history;
     // The next completed load was started by the window itself, not by a click in the page.
     bool IsUHLink = false;
+    QString m_anchor;  // of the page that is loaded next
     std::unique_ptr<QMenu> UHistoryMenu;
     std::unique_ptr<HTMLViewer> HelpView;
     Flows m_dialogs;

@@ -28,7 +28,7 @@ FolderItem fileOfUrl(const QString& url) {
 
 }  // namespace
 
-void UniHelpViewer::OpenPage(const FolderItem& page) {
+void UniHelpViewer::OpenPage(const FolderItem& page, const QString& anchor) {
     TabSelected(Tab::Contents);
     const FolderItem first = page.isNil() ? m_settings.HomePage : page;
     if (first.isNil()) {
@@ -37,6 +37,7 @@ void UniHelpViewer::OpenPage(const FolderItem& page) {
     }
     AddToHistory(first);
     ListTOC(first);
+    m_anchor = anchor;
     LoadHelpFile(first, false, false, QString());
 }
 
@@ -86,7 +87,7 @@ void UniHelpViewer::LoadHelpFile(const FolderItem& file, bool addToHistory, bool
         marked = SearchHighlight(searchText, file);
     IsUHLink = true;
     if (marked.isEmpty())
-        HelpView->LoadPage(file);
+        HelpView->LoadPage(file, std::exchange(m_anchor, {}));
     else
         HelpView->LoadPage(marked, file);
 }

@@ -26,7 +26,8 @@ BannerWindow::BannerWindow(Clock& clock, Dialogs& dialogs, Flows::ErrorHandler o
       m_flows(clock, std::move(onError)) {
     setObjectName(QStringLiteral("BannerWindow"));
     setWindowTitle(QStringLiteral("VLX Power On Banner"));
-    setModal(true);
+    // Not to the whole program: the trends and the manual stay in reach.
+    setWindowModality(Qt::WindowModal);
     layOut();
     EditField1->setMaxLength(PowerOnBanner::MaximumLength);
     EditField1->setValidator(&m_validator);

@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QShortcut>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -36,9 +37,11 @@ FaultTableWindow::FaultTableWindow(Clock& clock, Flows::ErrorHandler onError, Fa
       m_flows(clock, std::move(onError)) {
     setObjectName(QStringLiteral("FaultTableWindow"));
     setWindowTitle(QStringLiteral("Fault Table (Newest Entry at Top)"));
-    setModal(true);
+    // Not to the whole program: the manual is read beside it.
+    setWindowModality(Qt::WindowModal);
     resize(DesignSize);
     layOut();
+    offerHelp();
     SaveToFileButton->setEnabled(false);
     CloseButton->setDefault(true);
     connect(SaveToFileButton, &QPushButton::clicked, this, &FaultTableWindow::SaveToFileButton_Action);
@@ -60,6 +63,19 @@ void FaultTableWindow::layOut() {
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(Listbox1);
     rows->addLayout(buttons);
+}
+
+void FaultTableWindow::offerHelp() {
+    Listbox1->setToolTip(tr("Double click or F1: what a fault means"));
+    connect(Listbox1, &QTreeWidget::itemDoubleClicked, this, &FaultTableWindow::askForHelp);
+    auto* const key = new QShortcut(QKeySequence(Qt::Key_F1), this);
+    connect(key, &QShortcut::activated, this, &FaultTableWindow::askForHelp);
+}
+
+void FaultTableWindow::askForHelp() {
+    const QTreeWidgetItem* const row = Listbox1->currentItem();
+    if (helpWanted)
+        helpWanted(row ? std::optional(row->data(0, Qt::UserRole).toInt()) : std::nullopt);
 }
 
 Task<> FaultTableWindow::Run() {
@@ -89,7 +105,9 @@ void FaultTableWindow::widenColumns() {
 }
 
 void FaultTableWindow::addRow(const FaultTableRow& row) {
-    Listbox1->addTopLevelItem(new QTreeWidgetItem({row.timestamp, row.faultCode, row.data, row.description}));
+    auto* const item = new QTreeWidgetItem({row.timestamp, row.faultCode, row.data, row.description});
+    item->setData(0, Qt::UserRole, row.code);
+    Listbox1->addTopLevelItem(item);
 }
 
 void FaultTableWindow::enableSaveToFileButton() {

@@ -1,6 +1,9 @@
 // The window that lists the amplifier's faults.
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include <QDialog>
 
 #include "FaultTable.h"
@@ -11,8 +14,8 @@
 class QPushButton;
 class QTreeWidget;
 
-// Modal. Reads the table as it opens; closing it stops the reading. It cannot be closed while a file is
-// being saved.
+// Modal to the main window. Reads the table as it opens; closing it stops the reading. It cannot be closed
+// while a file is being saved.
 class FaultTableWindow : public QDialog, public FaultTableView {
     Q_OBJECT
 
@@ -29,8 +32,13 @@ public:
 
     void done(int result) override;
 
+    // The user asks what a fault is, or about the table when no row is marked.
+    std::function<void(std::optional<int> code)> helpWanted;
+
 private:
     void layOut();
+    void offerHelp();
+    void askForHelp();
     void widenColumns();
     void SaveToFileButton_Action();
     Task<> saveToFile();

@@ -22,6 +22,7 @@ struct Owner {
 
 Task<> MemoryToolWindows::showFaultTableWindow(FaultTable& table) {
     const Owner owner(new FaultTableWindow(m_platform.clock, m_onError, table, m_mainWindow));
+    owner.window->helpWanted = showFaultHelp;
     co_await owner.window->Run();
 }
 

@@ -1,6 +1,9 @@
 // Makes the real windows of the memory tools.
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include <QWidget>
 
 #include "Flows.h"
@@ -15,6 +18,9 @@ public:
 
     Task<> showFaultTableWindow(FaultTable& table) override;
     Task<> showBannerWindow(PowerOnBanner& banner) override;
+
+    // Opens the manual at a fault, or at the page of the table.
+    std::function<void(std::optional<int> code)> showFaultHelp;
 
 private:
     Platform& m_platform;
