@@ -86,4 +86,23 @@ TEST_F(TrendsWindowTest, PausedStripsStandStill) {
     EXPECT_NE(view->grab().toImage(), before);
 }
 
+// Bars of whole pixels stand at places that are none.
+TEST_F(TrendsWindowTest, FlatHourIsALineWithoutHoles) {
+    for (int second = 0; second < 3700; ++second) {
+        trends.note(Series::PAVoltage, 53.2);
+        clock.advance(1s);
+    }
+    const QImage picture = view->grab().toImage();
+    int longest = 0;
+    // Without the frame of the focus.
+    for (int y = 10; y < picture.height() - 10; ++y) {
+        int length = 0;
+        for (int x = 0; x < picture.width(); ++x) {
+            length = picture.pixelColor(x, y).saturation() > 100 ? length + 1 : 0;
+            longest = std::max(longest, length);
+        }
+    }
+    EXPECT_GT(longest, picture.width() * 8 / 10);
+}
+
 }  // namespace

@@ -62,7 +62,7 @@ public:
 
     void end() {
         if (std::exchange(m_isBegun, false))
-            addBar();
+            addBar(m_last.x() + 1);
     }
 
 private:
@@ -72,14 +72,16 @@ private:
             m_top = std::min(m_top, y);
             m_bottom = std::max(m_bottom, y);
         }
-        addBar();
+        addBar(isNextPixel ? x : m_last.x() + 1);
         if (!isNextPixel)
             m_painter.drawLine(m_last, {x, y});
     }
 
-    void addBar() {
+    // As far as the next one: their places are no whole pixels.
+    void addBar(double end) {
+        const int left = qRound(m_last.x());
         const int top = qRound(m_top);
-        m_bars.push_back({qRound(m_last.x()), top, 1, qRound(m_bottom) - top + 1});
+        m_bars.push_back({left, top, std::max(qRound(end) - left, 1), qRound(m_bottom) - top + 1});
     }
 
     QPainter& m_painter;
