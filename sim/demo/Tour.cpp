@@ -6,10 +6,23 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 
 #include "Vlx720.h"
 
 using namespace std::chrono_literals;
+
+namespace {
+
+// A window of the program beside the main window; null when it is not open.
+QWidget* openWindow(const QString& name) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == name && window->isVisible())
+            return window;
+    return nullptr;
+}
+
+}  // namespace
 
 Task<bool> Tour::run() {
     QDir().mkpath(m_folder);
@@ -22,7 +35,9 @@ Task<bool> Tour::run() {
     co_await showTab(Tab::Configuration, QStringLiteral("configuration"));
     co_await typeCommand();
     co_await copyFirmware();
+    co_await readNotes();
     co_await loadFirmware();
+    co_await readHelp();
     co_return m_isComplete;
 }
 
@@ -50,16 +65,38 @@ Task<> Tour::operate() {
 }
 
 Task<> Tour::watchTrends() {
-    m_app.mainWindow().findChild<QAction*>(QStringLiteral("ViewTrends"))->trigger();
+    choose(QStringLiteral("ViewTrends"));
     co_await m_clock.sleep(25s);
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->objectName() != u"TrendsWindow")
-            continue;
-        for (int step = 0; step < 6; ++step)
-            window->findChild<QPushButton*>(QStringLiteral("ZoomInTrends"))->click();
-        takePicture(window, QStringLiteral("trends"));
-        window->close();
-    }
+    QWidget* const window = openWindow(QStringLiteral("TrendsWindow"));
+    for (int step = 0; step < 6; ++step)
+        window->findChild<QPushButton*>(QStringLiteral("ZoomInTrends"))->click();
+    takePicture(window, QStringLiteral("trends"));
+    window->close();
+}
+
+Task<> Tour::readNotes() {
+    choose(QStringLiteral("HelpReleaseNotes"));
+    co_await m_clock.sleep(1s);
+    QWidget* const window = openWindow(QStringLiteral("ReleaseNotesView"));
+    m_isComplete = m_isComplete && window;
+    if (!window)
+        co_return;
+    takePicture(window, QStringLiteral("notes"));
+    window->close();
+}
+
+// Where the page view is not installed a box says so.
+Task<> Tour::readHelp() {
+    choose(QStringLiteral("HelpVLXUtilHelp"));
+    co_await m_clock.sleep(10s);
+    QWidget* const box = QApplication::activeModalWidget();
+    QWidget* const window = box ? box : openWindow(QStringLiteral("UniHelpViewer"));
+    m_isComplete = m_isComplete && window;
+    if (!window)
+        co_return;
+    // What the page view paints is on the screen alone.
+    save(window->screen()->grabWindow(window->winId()), QStringLiteral("help"));
+    window->close();
 }
 
 Task<> Tour::typeCommand() {
@@ -105,10 +142,18 @@ Task<> Tour::loadFirmware() {
     takePicture(&m_app.mainWindow(), QStringLiteral("loaded"));
 }
 
+void Tour::choose(const QString& menuItem) {
+    m_app.mainWindow().findChild<QAction*>(menuItem)->trigger();
+}
+
 void Tour::press(const QString& buttonName) {
     m_app.mainWindow().findChild<QPushButton*>(buttonName)->click();
 }
 
 void Tour::takePicture(QWidget* window, const QString& name) {
-    m_isComplete = window->grab().save(m_folder + u'/' + name + QStringLiteral(".png")) && m_isComplete;
+    save(window->grab(), name);
+}
+
+void Tour::save(const QPixmap& picture, const QString& name) {
+    m_isComplete = picture.save(m_folder + u'/' + name + QStringLiteral(".png")) && m_isComplete;
 }

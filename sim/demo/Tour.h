@@ -20,11 +20,15 @@ private:
     Task<> showTab(Tab tab, QString pictureName);
     Task<> operate();
     Task<> watchTrends();
+    Task<> readNotes();
+    Task<> readHelp();
     Task<> copyFirmware();
     Task<> loadFirmware();
     Task<> typeCommand();
+    void choose(const QString& menuItem);
     void press(const QString& buttonName);
     void takePicture(QWidget* window, const QString& name);
+    void save(const QPixmap& picture, const QString& name);
 
     Clock& m_clock;
     App& m_app;
