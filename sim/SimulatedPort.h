@@ -78,5 +78,12 @@ public:
     PortInfo SerialPort(int index) override { return ports.at(static_cast<std::size_t>(index)); }
     PortInfo SerialPort(const QString& name) override { return {name, name}; }
 
+    // As the system does when an adapter is plugged in or out.
+    void change(std::vector<PortInfo> list) {
+        ports = std::move(list);
+        if (Changed)
+            Changed();
+    }
+
     std::vector<PortInfo> ports;
 };

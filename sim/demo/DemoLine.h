@@ -28,7 +28,8 @@ public:
 
     Vlx720 amplifier;
     SimulatedPort simulated;
-    SimulatedPortList ports{{{QStringLiteral("simulated VLX720"), QStringLiteral("simulated")}}};
+    SimulatedPortList ports{
+        {{QStringLiteral("simulated VLX720"), QStringLiteral("simulated"), QStringLiteral("demo")}}};
 
 private:
     void replay(Clock& clock, const QString& fileName);

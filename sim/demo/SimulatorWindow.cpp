@@ -58,9 +58,12 @@ QString stateName(Vlx720::State state) {
 
 }  // namespace
 
-SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port, FtpServer* server)
+SimulatorWindow::SimulatorWindow(Vlx720& amplifier, SimulatedPort& port, SimulatedPortList& ports,
+                                 FtpServer* server)
     : m_amplifier(amplifier),
       m_port(port),
+      m_ports(ports),
+      m_plugged(ports.ports),
       m_state(named(new QLabel, QStringLiteral("simulatorState"), tr("State of the amplifier"))),
       m_power(named(new QPushButton, QStringLiteral("mainsPower"), tr("Mains power"))),
       m_cable(named(new QPushButton, QStringLiteral("cable"), tr("Serial cable"))),
@@ -134,5 +137,6 @@ void SimulatorWindow::toggleCable() {
     else
         m_port.replug();
     m_isPlugged = !m_isPlugged;
+    m_ports.change(m_isPlugged ? m_plugged : std::vector<PortInfo>());
     showState();
 }

@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
     App app(platform, onError, &QApplication::quit, world.firmwareServer());
     log = &app.globals();
     dialogs.setMainWindow(&app.mainWindow());
-    SimulatorWindow simulator(line.amplifier, line.simulated, world.server());
+    SimulatorWindow simulator(line.amplifier, line.simulated, line.ports, world.server());
     app.Event_Open();
 
     Tour tour(clock, app, line.amplifier, options.tourFolder);

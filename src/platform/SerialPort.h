@@ -42,6 +42,8 @@ struct PortInfo {
     QString path;
     // Vendor, product and serial number of a USB adapter, "0403:6001:A50285BI"; empty for other ports.
     QString identity = {};
+
+    bool operator==(const PortInfo&) const = default;
 };
 
 class PortList {
@@ -57,6 +59,10 @@ public:
     virtual PortInfo SerialPort(int index) = 0;
     // A port by its device path, whether it exists or not: opening it will tell.
     virtual PortInfo SerialPort(const QString& name) = 0;
+
+    // Called from the event loop when ports may have come or gone, mostly several times in a row. Never where
+    // the system does not tell.
+    std::function<void()> Changed;
 };
 
 class SerialPort {

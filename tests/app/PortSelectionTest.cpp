@@ -212,4 +212,47 @@ TEST(PortSelectionTest, AnotherDeviceAtTheLostPortsPlaceIsLeftAlone) {
     EXPECT_EQ(bench.panel.index, 3);
 }
 
+TEST(PortSelectionTest, AdapterThatComesBackIsKnownByItsIdentity) {
+    const PortInfo onBoard{"ttyS0", "/dev/ttyS0"};
+    const PortInfo ours{"ttyUSB0", "/dev/ttyUSB0", "10c4:ea60:0001"};
+    const PortInfo likeOurs{"ttyUSB1", "/dev/ttyUSB1", "10c4:ea60:0001"};
+    const PortInfo stranger{"ttyUSB0", "/dev/ttyUSB0", "1a86:7523:"};
+    struct {
+        const char* name;
+        std::vector<PortInfo> before;
+        PortInfo lost;
+        std::vector<PortInfo> without;
+        std::vector<PortInfo> after;
+        const char* opened;
+    } const rows[] = {
+        {"at its place", {onBoard, ours}, ours, {onBoard}, {onBoard, ours}, "/dev/ttyUSB0"},
+        {"at another", {onBoard, ours}, ours, {onBoard}, {likeOurs, onBoard}, "/dev/ttyUSB1"},
+        {"before its going was seen", {ours}, ours, {ours}, {ours}, "/dev/ttyUSB0"},
+        {"not a stranger at its place", {ours}, ours, {}, {stranger}, ""},
+        {"not its twin, there all the time", {ours, likeOurs}, ours, {likeOurs}, {onBoard, likeOurs}, ""},
+        {"not one that nobody knows", {onBoard, ours}, onBoard, {ours}, {onBoard, ours}, ""},
+    };
+    for (const auto& row : rows) {
+        Selected bench;
+        bench.ports.ports = row.before;
+        bench.start(row.lost == row.before.front() ? 0 : 1);
+        bench.port.Lost = [&bench](const QString& reason) {
+            bench.run(bench.selection.Serial1_Lost(reason));
+        };
+        bench.port.unplug();
+        bench.clock.advance(std::chrono::seconds(1));
+        bench.ports.ports = row.without;
+        bench.selection.followList();
+        bench.port.replug();
+        bench.ports.ports = row.after;
+        const QString opened = QString::fromLatin1(row.opened);
+        EXPECT_EQ(bench.selection.followList() && bench.selection.openReturnedPort(), !opened.isEmpty())
+            << row.name;
+        EXPECT_EQ(bench.openPort(), opened) << row.name;
+        EXPECT_EQ(bench.panel.rows.size(), static_cast<qsizetype>(row.after.size())) << row.name;
+        EXPECT_TRUE(opened.endsWith(opened.isEmpty() ? QString() : bench.panel.serialPortMenuText()))
+            << row.name;
+    }
+}
+
 }  // namespace

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "EventLoop.h"
+
 namespace {
 
 TEST(PortList, OnlyPortsWithHardwareAreListedInNaturalOrder) {
@@ -37,6 +39,22 @@ TEST(PortList, APortByNameNeedNotExist) {
     const PortInfo byName = ports.SerialPort(QStringLiteral("ttyUSB0"));
     EXPECT_EQ(byName.Name, QStringLiteral("ttyUSB0"));
     EXPECT_EQ(byName.path, QStringLiteral("/dev/ttyUSB0"));
+}
+
+TEST(PortList, TellsOfDevicesThatComeAndGo) {
+    const QTemporaryDir devices;
+    QtPortList ports(devices.path());
+    bool isTold = false;
+    ports.Changed = [&isTold] { isTold = true; };
+    QFile device(devices.filePath(QStringLiteral("ttyUSB0")));
+    EXPECT_TRUE(device.open(QIODevice::WriteOnly));
+    EXPECT_TRUE(turnUntil([&isTold] { return std::exchange(isTold, false); }));
+    turnFor(std::chrono::milliseconds(50));
+    isTold = false;
+    EXPECT_TRUE(device.setPermissions(QFile::ReadOwner));
+    EXPECT_TRUE(turnUntil([&isTold] { return std::exchange(isTold, false); })) << "the group comes late";
+    EXPECT_TRUE(device.remove());
+    EXPECT_TRUE(turnUntil([&isTold] { return isTold; }));
 }
 
 }  // namespace

@@ -4,17 +4,26 @@
 
 #include "Text.h"
 
-void PortSelection::fillMenu() {
+std::vector<PortInfo> PortSelection::listedPorts() {
     const int count = m_ports.SerialPortCount();
+    std::vector<PortInfo> ports;
+    for (int index = 0; index < count; ++index)
+        ports.push_back(m_ports.SerialPort(index));
+    return ports;
+}
+
+void PortSelection::showRows() {
     QStringList names;
-    m_rows.clear();
-    for (int index = 0; index < count; ++index) {
-        m_rows.push_back(m_ports.SerialPort(index));
-        names += m_rows.back().Name;
-    }
+    for (const PortInfo& port : m_rows)
+        names += port.Name;
     m_panel.setSerialPortMenuRows(names);
+}
+
+void PortSelection::fillMenu() {
+    m_rows = listedPorts();
+    showRows();
     // Without any port in the list a device path can still be typed.
-    m_isListEmpty = count == 0;
+    m_isListEmpty = m_rows.empty();
     showByNamePort();
 }
 
@@ -102,6 +111,45 @@ Task<> PortSelection::RefreshPortsButton_Action() {
         co_await reopenLostPort();
 }
 
+// The controls of the port by its name stay as they are: somebody may be typing there.
+bool PortSelection::followList() {
+    const std::vector<PortInfo> before = std::exchange(m_rows, listedPorts());
+    if (m_rows != before) {
+        const StartupSpan rebuilding(m_window);
+        showRows();
+        showPortInUse();
+    }
+    return m_isLost && findReturnedPort(before);
+}
+
+// At its old place or at one that had no port before: an adapter that was there all the time is another one,
+// though many tell the same serial number.
+bool PortSelection::findReturnedPort(const std::vector<PortInfo>& before) {
+    if (m_lostPort.identity.isEmpty())
+        return false;
+    const auto returned = std::find_if(m_rows.begin(), m_rows.end(), [&](const PortInfo& port) {
+        return port.identity == m_lostPort.identity &&
+               (port.path == m_lostPort.path ||
+                std::find(before.begin(), before.end(), port) == before.end());
+    });
+    if (returned == m_rows.end())
+        return false;
+    m_lostPort = *returned;
+    return true;
+}
+
+bool PortSelection::openReturnedPort() {
+    if (!m_isLost || m_globals.m_PortCheck || !chooseLostPort())
+        return false;
+    const bool isOpen = open(m_window.chosenPort);
+    if (isOpen)
+        m_globals.SetStatusText(QStringLiteral("Serial port %1 is back").arg(m_window.chosenPort.Name),
+                                false);
+    else
+        logOpenFailure();
+    return isOpen;
+}
+
 // The row of the port in use, wherever it stands now; none when it is not in the list.
 void PortSelection::showPortInUse() {
     const bool isFromList = !m_globals.m_PortCheck && !Serial1.serialPort().path.isEmpty();
@@ -112,22 +160,22 @@ void PortSelection::showPortInUse() {
 }
 
 // By its path: what now stands at its index may be another device.
-Task<> PortSelection::reopenLostPort() {
-    if (m_globals.m_PortCheck) {
-        co_await openByName();
-        co_return;
-    }
+bool PortSelection::chooseLostPort() {
     const std::int32_t row = rowOf(m_lostPort.path);
     if (row < 0)
-        co_return;
-    const PortInfo port = m_rows.at(static_cast<std::size_t>(row));
+        return false;
     m_window.m_Port = row;
-    m_window.chosenPort = port;
-    {
-        const StartupSpan rebuilding(m_window);
-        m_panel.setSerialPortMenuIndex(row);
-    }
-    co_await reopen(port);
+    m_window.chosenPort = m_rows.at(static_cast<std::size_t>(row));
+    const StartupSpan rebuilding(m_window);
+    m_panel.setSerialPortMenuIndex(row);
+    return true;
+}
+
+Task<> PortSelection::reopenLostPort() {
+    if (m_globals.m_PortCheck)
+        co_await openByName();
+    else if (chooseLostPort())
+        co_await reopen(m_window.chosenPort);
 }
 
 Task<> PortSelection::PortCheck_Action(bool checked) {
@@ -170,8 +218,9 @@ Task<> PortSelection::Serial1_Lost(QString reason) {
     const QString name = Serial1.serialPort().Name;
     m_globals.SetStatusText(QStringLiteral("Serial port %1 was disconnected: %2").arg(name, reason), false);
     co_await m_dialogs.MsgBox(
-        QStringLiteral("Serial port %1 was disconnected.\n\nPlug the adapter in again, then press "
-                       "\"Refresh Port List\" and \"Test Communications\".")
+        QStringLiteral(
+            "Serial port %1 was disconnected.\n\nPlug the adapter in again. If it does not come back "
+            "by itself, press \"Refresh Port List\" and \"Test Communications\".")
             .arg(name));
 }
 
@@ -181,14 +230,19 @@ Task<> PortSelection::openByName() {
         co_await reopen(m_ports.SerialPort(name));
 }
 
-Task<> PortSelection::reopen(PortInfo port) {
+bool PortSelection::open(const PortInfo& port) {
     Serial1.Close();
     Serial1.setSerialPort(port);
-    if (Serial1.Open()) {
-        m_isLost = false;
-        m_globals.showStatus(QString());
+    if (!Serial1.Open())
+        return false;
+    m_isLost = false;
+    m_globals.showStatus(QString());
+    return true;
+}
+
+Task<> PortSelection::reopen(PortInfo port) {
+    if (open(port))
         co_return;
-    }
     co_await m_dialogs.MsgBox(QStringLiteral("Unable to open serial port ") + port.Name);
     logOpenFailure();
 }

@@ -29,6 +29,12 @@ public:
     void SerialPortMenu_Close(int index) { m_window.m_Port = index; }
     // Fills the list anew. A port that is open stays so; one that had gone is opened again if it is back.
     Task<> RefreshPortsButton_Action();
+    // Brings the list up to date with the port in use still chosen. True when the adapter that was lost is
+    // there again, known by its identity.
+    bool followList();
+    // Opens that adapter's port, if it is still wanted. True when it is open. No box tells of a failure:
+    // nobody has pressed anything.
+    bool openReturnedPort();
     // Shows the controls of the port by its name although the system lists ports.
     void ViewPortByName_Action(bool isWanted);
     Task<> PortCheck_Action(bool checked);
@@ -40,14 +46,19 @@ public:
 
 private:
     Task<> reopen(PortInfo port);
+    bool open(const PortInfo& port);
     Task<> openByName();
     void logOpenFailure();
     void closeOnPurpose();
+    std::vector<PortInfo> listedPorts();
+    void showRows();
     void fillMenu();
     void showByNamePort();
     std::int32_t rowOf(const QString& path) const;
     void findChosenPort();
     void showPortInUse();
+    bool chooseLostPort();
+    bool findReturnedPort(const std::vector<PortInfo>& before);
     Task<> reopenLostPort();
 
     PortList& m_ports;
@@ -59,5 +70,5 @@ private:
     std::vector<PortInfo> m_rows;  // the ports of the list, as it was filled
     bool m_isListEmpty = false;
     bool m_isLost = false;
-    PortInfo m_lostPort;
+    PortInfo m_lostPort;  // where it was, or has come back
 };

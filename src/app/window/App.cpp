@@ -5,6 +5,7 @@
 #include <QShortcut>
 
 #include "ApplicationFolders.h"
+#include "ConfigurationTab.h"
 #include "FaultCodes.h"
 #include "LogField.h"
 #include "ReportSource.h"
@@ -55,7 +56,9 @@ App::App(Platform& platform, Flows::ErrorHandler onError, std::function<void()> 
       m_flows(m_platform.clock, std::move(onError)),
       m_services{m_platform,     m_globals,   m_windowState, m_line,     m_flows,
                  m_ports,        m_versions,  m_monitor,     m_controls, m_firmwareFolder,
-                 m_sendFirmware, m_retrieval, m_memoryTools} {
+                 m_sendFirmware, m_retrieval, m_memoryTools},
+      m_portWatch(m_platform, m_line, m_windowState, m_flows, m_ports,
+                  [this] { return senseReturnedPort(); }) {
     m_window1.attach(m_services);
     m_window1.mayClose = [this] { return mayClose(); };
     m_globals.mustEnd.Changed = [this](bool isRunning) { workChanged(isRunning); };
@@ -176,6 +179,14 @@ Task<> App::openPortAndSense() {
 
 Task<bool> App::LoadMcu() {
     return ::LoadMcu(m_platform, m_globals, m_loader, m_firmwareFolder.versionedFilename, m_window1);
+}
+
+// The tab in front is not entered anew: what it shows may have changed all the same.
+Task<> App::senseReturnedPort() {
+    co_await m_versions.CheckVLXVersion();
+    m_window1.configurationTab().enableTools(m_globals.isMain());
+    if (Tab{m_globals.m_TabPanel} == Tab::Operate)
+        m_monitor.enterOperateTab();
 }
 
 Task<> App::saveReport() {

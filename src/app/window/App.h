@@ -17,6 +17,7 @@
 #include "NewFirmwareMessage.h"
 #include "OperatingControls.h"
 #include "PortSelection.h"
+#include "PortWatch.h"
 #include "ProgressWin.h"
 #include "REALEasyPrefs.h"
 #include "RecordingPort.h"
@@ -61,6 +62,7 @@ private:
     void showTrends();
     void connectHelp();
     Task<> saveReport();
+    Task<> senseReturnedPort();
     void Window1_Event_Close();
     bool mayClose();
     void workChanged(bool isRunning);
@@ -105,4 +107,5 @@ private:
     // ~App cancels them first, while all that they use is still there.
     Flows m_flows;
     Services m_services;
+    PortWatch m_portWatch;
 };

@@ -71,6 +71,8 @@ PortTab::PortTab()
 }
 
 void PortTab::setSerialPortMenuRows(const QStringList& names) {
+    // Rows that change under the pointer would be chosen wrongly.
+    SerialPortMenu->hidePopup();
     SerialPortMenu->clear();
     SerialPortMenu->addItems(names);
     m_isChangeTold = false;

@@ -71,6 +71,15 @@ QString identityIn(const QString& portFolder) {
         .join(u':');
 }
 
+QtPortList::QtPortList(const QString& deviceFolder) {
+    QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_watcher, [this] {
+        if (Changed)
+            Changed();
+    });
+    if (QFileInfo::exists(deviceFolder))
+        m_watcher.addPath(deviceFolder);
+}
+
 int QtPortList::SerialPortCount() {
     m_ports.clear();
 #ifdef Q_OS_LINUX

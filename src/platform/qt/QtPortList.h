@@ -1,6 +1,7 @@
 // The serial ports of the machine.
 #pragma once
 
+#include <QFileSystemWatcher>
 #include <QList>
 #include <QStringList>
 
@@ -8,6 +9,9 @@
 
 class QtPortList final : public PortList {
 public:
+    // Ports come and go as files of `deviceFolder`.
+    explicit QtPortList(const QString& deviceFolder = QStringLiteral("/dev"));
+
     int SerialPortCount() override;
     // Of the ports that the last count found.
     PortInfo SerialPort(int index) override { return m_ports[index]; }
@@ -15,6 +19,7 @@ public:
 
 private:
     QList<PortInfo> m_ports;
+    QFileSystemWatcher m_watcher;
 };
 
 // Names of the ports with hardware behind them, in natural order (ttyUSB2 before ttyUSB10), by the
