@@ -10,6 +10,9 @@ file(RELATIVE_PATH program_from_bin
 file(CREATE_LINK ${program_from_bin} ${CMAKE_CURRENT_BINARY_DIR}/vlxutility SYMBOLIC)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vlxutility DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS vlx720-simulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(TARGET vlx_help_webengine)
+  install(TARGETS vlx_help_webengine LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/vlxutility)
+endif()
 
 install(FILES example.tessarin.VLXUtility.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES example.tessarin.VLXUtility.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
@@ -57,19 +60,8 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Operate, update and back up a VLX720 RF po
  its fault table and gives direct access to its commands.
  .
  A simulated amplifier for trying things is part of the package.")
-# Its pages show in full where WebEngine is installed, and it is too large to be asked of everyone. So the
-# libraries that must be there are those of the program, not of all that is packed.
+# The manual's pages show where WebEngine is installed, and it is too large to be asked of everyone. So the
+# libraries that must be there are those of the programs, not of the page view's plug-in.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libqt6webenginewidgets6, qt6-wayland")
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_SOURCE_DIR}/DebianDepends.cmake)
 set(CPACK_OUTPUT_FILE_PREFIX ${CMAKE_BINARY_DIR})
-
-# The page view of the help, in a package of its own: it needs much that the program does without.
-if(TARGET vlx_help_webengine)
-  install(TARGETS vlx_help_webengine LIBRARY
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/vlxutility COMPONENT help-viewer)
-  set(CPACK_DEB_COMPONENT_INSTALL ON)
-  set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_NAME vlxutility)
-  set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_RECOMMENDS vlxutility-help-viewer)
-  set(CPACK_DEBIAN_HELP-VIEWER_PACKAGE_NAME vlxutility-help-viewer)
-  set(CPACK_DEBIAN_HELP-VIEWER_DESCRIPTION "Page view of the VLX utility's help")
-endif()
