@@ -45,6 +45,16 @@ void LinkButton::setState(const LinkState& state) {
     m_state = state;
 }
 
+void LinkButton::focusInEvent(QFocusEvent* event) {
+    setFlat(false);
+    QPushButton::focusInEvent(event);
+}
+
+void LinkButton::focusOutEvent(QFocusEvent* event) {
+    setFlat(true);
+    QPushButton::focusOutEvent(event);
+}
+
 QIcon LinkButton::dot(const QColor& colour) const {
     QPixmap picture(QSize(DotSize, DotSize) * devicePixelRatio());
     picture.setDevicePixelRatio(devicePixelRatio());

@@ -21,6 +21,11 @@ public:
     void watch(Clock& clock, Look look);
     void setState(const LinkState& state);
 
+protected:
+    // A flat button does not show everywhere that it has the focus.
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
 private:
     QIcon dot(const QColor& colour) const;
 
