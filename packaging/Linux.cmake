@@ -44,8 +44,11 @@ endfunction()
 foreach(program vlxutility vlx720-simulator)
   install_compressed(${CMAKE_CURRENT_SOURCE_DIR}/${program}.1 ${program}.1 ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
-install_compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md changelog ${CMAKE_INSTALL_DOCDIR})
-install(FILES copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# Debian looks for them under the name of the package, which is not that of the project.
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/vlxutility)
+install_compressed(${CMAKE_CURRENT_SOURCE_DIR}/changelog changelog ${documents})
+install_compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md CHANGELOG.md ${documents})
+install(FILES copyright DESTINATION ${documents})
 add_custom_target(vlx_packaging ALL DEPENDS ${made})
 
 set(CPACK_GENERATOR DEB)
@@ -54,12 +57,11 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION hamradio)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Operate, update and back up a VLX720 RF power amplifier
- Through the serial line of the amplifier the utility shows its values live,
- operates it, loads its firmware, saves and restores its configuration, reads
- its fault table and gives direct access to its commands.
- .
- A simulated amplifier for trying things is part of the package.")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Through the serial line of the amplifier the utility shows its values live,
+operates it, loads its firmware, saves and restores its configuration, reads
+its fault table and gives direct access to its commands.
+
+A simulated amplifier for trying things is part of the package.")
 # The manual's pages show where WebEngine is installed, and it is too large to be asked of everyone. So the
 # libraries that must be there are those of the programs, not of the page view's plug-in.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libqt6webenginewidgets6, qt6-wayland")
