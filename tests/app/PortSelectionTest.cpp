@@ -180,7 +180,7 @@ TEST(PortSelectionTest, RowsKeepTheirPortsThoughTheSystemsListHasChanged) {
 
 TEST(PortSelectionTest, LostPortIsToldOnceAndComesBackWithARefresh) {
     Selected bench;
-    bench.start(1);
+    bench.start(0);
     bench.port.unplug(QStringLiteral("gone"));
     bench.clock.advance(std::chrono::seconds(5));
     EXPECT_EQ(bench.dialogs.shown.size(), 1);
@@ -189,8 +189,12 @@ TEST(PortSelectionTest, LostPortIsToldOnceAndComesBackWithARefresh) {
 
     bench.port.replug();
     bench.run(bench.selection.RefreshPortsButton_Action());
-    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyUSB0"));
+    EXPECT_EQ(bench.openPort(), QStringLiteral("/dev/ttyS0"));
     EXPECT_EQ(bench.dialogs.shown.size(), 1);
+
+    bench.selection.PortField_TextChange(QStringLiteral("a name that is not asked for"));
+    bench.run(bench.selection.PortField_LostFocus());
+    EXPECT_EQ(bench.openPort(), QString());
 }
 
 TEST(PortSelectionTest, AnotherDeviceAtTheLostPortsPlaceIsLeftAlone) {
