@@ -111,8 +111,9 @@ TEST(StatusMonitorTest, WaitingAmplifierIsAskedForItsName) {
     Monitored bench({.state = Vlx720::State::Waiting});
     bench.globals.m_FirmwareStatus = FirmwareStatus::SensedBootLoader;
     bench.monitor.enterOperateTab();
-    bench.clock.advance(2500ms);
-    EXPECT_EQ(bench.port.written(), "I;I;I;");
+    bench.clock.advance(5500ms);
+    EXPECT_EQ(bench.port.written(), "I;I;I;I;I;I;");
+    EXPECT_FALSE(bench.monitor.silence()) << "its name is an answer";
     EXPECT_EQ(bench.panel.onOff, QStringLiteral("ON"));
     EXPECT_FALSE(bench.panel.areReadOutsEnabled);
     EXPECT_TRUE(bench.panel.isOnOffEnabled);

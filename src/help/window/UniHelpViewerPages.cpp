@@ -39,6 +39,7 @@ void UniHelpViewer::OpenPage(const FolderItem& page, const QString& anchor) {
     ListTOC(first);
     m_anchor = anchor;
     LoadHelpFile(first, false, false, QString());
+    m_anchor.clear();
 }
 
 void UniHelpViewer::GetSelectedTopic(Tab list) {
@@ -87,7 +88,7 @@ void UniHelpViewer::LoadHelpFile(const FolderItem& file, bool addToHistory, bool
         marked = SearchHighlight(searchText, file);
     IsUHLink = true;
     if (marked.isEmpty())
-        HelpView->LoadPage(file, std::exchange(m_anchor, {}));
+        HelpView->LoadPage(file, m_anchor);
     else
         HelpView->LoadPage(marked, file);
 }
