@@ -53,7 +53,8 @@ QStringList ImageNames::newestFirst(const QString& prefix, const QString& extens
     std::ranges::copy_if(names, std::back_inserter(images), [&](const QString& name) {
         return isImageName(name, prefix, extension) && versionOf(name) > 0;
     });
-    std::ranges::stable_sort(images, std::ranges::greater{}, versionOf);
+    std::ranges::sort(images, std::ranges::greater{},
+                      [&](const QString& name) { return std::pair(versionOf(name), name); });
     return images;
 }
 
