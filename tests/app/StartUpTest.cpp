@@ -122,7 +122,7 @@ TEST(StartUpTest, OddPreferencesNeverStopIt) {
              QByteArray(100000, '\xff'),
              QByteArray("FolderPath\nnot a path\nTab"),
          }) {
-        SCOPED_TRACE(contents.first(10).constData());
+        SCOPED_TRACE(contents.left(10).constData());
         AppBench bench;
         bench.givePreferences(contents);
         bench.start();
