@@ -7,6 +7,7 @@
 std::vector<PortInfo> PortSelection::listedPorts() {
     const int count = m_ports.SerialPortCount();
     std::vector<PortInfo> ports;
+    ports.reserve(static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index)
         ports.push_back(m_ports.SerialPort(index));
     return ports;
