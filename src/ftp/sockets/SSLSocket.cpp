@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <QCoreApplication>
 #include <QHostInfo>
+#include <QPointer>
 #include <QTcpServer>
 
 #ifdef Q_OS_UNIX
@@ -51,15 +53,19 @@ void SSLSocket::connectBy(QAbstractSocket::NetworkLayerProtocol protocol) {
     m_connection->connectToHost(Address, Port, QIODevice::ReadWrite, protocol);
 }
 
-// A silent host keeps its caller waiting for minutes.
+// A silent host keeps its caller waiting for minutes. The toolkit forgets an answer whose context has gone,
+// and never frees what waits for it.
 void SSLSocket::lookForIPv6() {
-    QHostInfo::lookupHost(Address, m_connection, [this](const QHostInfo& host) {
+    const auto answered = [this, connection = QPointer<QObject>(m_connection)](const QHostInfo& host) {
+        if (!connection)
+            return;
         const bool hasIPv6 = std::ranges::any_of(host.addresses(), [](const QHostAddress& address) {
             return address.protocol() == QAbstractSocket::IPv6Protocol;
         });
         if (hasIPv6)
             fallBack(QAbstractSocket::SocketTimeoutError);
-    });
+    };
+    QHostInfo::lookupHost(Address, QCoreApplication::instance(), answered);
 }
 
 bool SSLSocket::fallBack(int error) {
