@@ -13,6 +13,7 @@ in_bare() {
         shift
         mount -t proc proc "$root/proc"
         mount --rbind /dev "$root/dev"
+        mount --rbind /sys "$root/sys"
         mount --bind /etc/resolv.conf "$root/etc/resolv.conf"
         exec chroot "$root" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
             DEBIAN_FRONTEND=noninteractive "$@"' bash "$root" "$@"

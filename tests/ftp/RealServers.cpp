@@ -117,7 +117,8 @@ QStringList RealServer::prepareProftpd(bool withTls) {
     QByteArray text =
         "ServerType standalone\nServerName test\nDefaultAddress 127.0.0.1\nUseIPv6 off\n"
         "User root\nGroup root\nAuthOrder mod_auth_file.c\nRequireValidShell off\nWtmpLog off\n"
-        "TransferLog none\nDelayEngine off\nDefaultRoot ~\nAllowOverwrite on\n"
+        "TransferLog none\n<IfModule mod_delay.c>\nDelayEngine off\n</IfModule>\nDefaultRoot "
+        "~\nAllowOverwrite on\n"
         "AllowStoreRestart on\nAllowRetrieveRestart on\nUseReverseDNS off\nUmask 000\n";
     text += "Port " + QByteArray::number(m_port) + "\nAuthUserFile " + folder + "/passwd\nSystemLog " +
             folder + "/log\nPidFile " + folder + "/pid\nScoreboardFile " + folder + "/score\n";
