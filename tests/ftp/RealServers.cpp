@@ -114,7 +114,13 @@ QStringList RealServer::prepareProftpd(bool withTls) {
     const QByteArray folder = m_folder.path().toUtf8();
     write(QStringLiteral("passwd"),
           "anonymous:" + hashedPassword() + ":2:2::" + root().toUtf8() + ":/bin/sh\n");
-    QByteArray text =
+    const QString program = find(QStringLiteral("proftpd"));
+    const QString modules = QDir::cleanPath(QFileInfo(program).path() + QStringLiteral("/../lib/proftpd"));
+    QByteArray text = "ModulePath " + modules.toUtf8() + '\n';
+    // What is built in on one release is a module on the next.
+    for (const char* module : {"mod_ls.c", "mod_xfer.c", "mod_tls.c"})
+        text += QByteArray("<IfModule !") + module + ">\nLoadModule " + module + "\n</IfModule>\n";
+    text +=
         "ServerType standalone\nServerName test\nDefaultAddress 127.0.0.1\nUseIPv6 off\n"
         "User root\nGroup root\nAuthOrder mod_auth_file.c\nRequireValidShell off\nWtmpLog off\n"
         "TransferLog none\n<IfModule mod_delay.c>\nDelayEngine off\n</IfModule>\nDefaultRoot "
@@ -123,9 +129,7 @@ QStringList RealServer::prepareProftpd(bool withTls) {
     text += "Port " + QByteArray::number(m_port) + "\nAuthUserFile " + folder + "/passwd\nSystemLog " +
             folder + "/log\nPidFile " + folder + "/pid\nScoreboardFile " + folder + "/score\n";
     if (withTls)
-        text += "ModulePath " + UnpackedServers.toUtf8() +
-                "/usr/lib/proftpd\nLoadModule mod_tls.c\nTLSEngine on\n" +
-                "TLSRequired off\nTLSRSACertificateFile " + certificatePath().toUtf8() +
+        text += "TLSEngine on\nTLSRequired off\nTLSRSACertificateFile " + certificatePath().toUtf8() +
                 "\nTLSRSACertificateKeyFile " + certificatePath().toUtf8() + '\n';
     write(QStringLiteral("proftpd.conf"), text);
     return {QStringLiteral("-n"), QStringLiteral("-q"), QStringLiteral("-c"),
