@@ -34,6 +34,8 @@ public:
     virtual Microseconds now() const = 0;
     // The date and time of day that the user's clock shows.
     virtual QDateTime wallClock() const = 0;
+    // The same in seconds since 1970: costs next to nothing, where a date looks up the time zone each time.
+    virtual qint64 wallSeconds() const { return wallClock().toSecsSinceEpoch(); }
 
     Ticks ticks() const { return std::chrono::duration_cast<Ticks>(now()); }
 

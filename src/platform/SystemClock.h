@@ -12,6 +12,7 @@ public:
 
     Microseconds now() const override { return Microseconds(m_elapsed.nsecsElapsed() / 1000); }
     QDateTime wallClock() const override { return QDateTime::currentDateTime(); }
+    qint64 wallSeconds() const override { return QDateTime::currentSecsSinceEpoch(); }
 
 protected:
     void wakeAt(std::optional<Microseconds> due) override;

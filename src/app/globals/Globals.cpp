@@ -1,5 +1,7 @@
 #include "Globals.h"
 
+#include <utility>
+
 #include "Text.h"
 
 void Globals::SetStatusText(const QString& text, bool isTrace) {
@@ -25,7 +27,8 @@ void Globals::showStatus(const QString& text) {
 }
 
 void Globals::UpdateTimeStamp() {
-    mTIMESTAMP = m_clock.wallClock().toString(QStringLiteral("HH:mm:ss "));
+    if (const qint64 second = m_clock.wallSeconds(); std::exchange(m_stampedSecond, second) != second)
+        mTIMESTAMP = m_clock.wallClock().toString(QStringLiteral("HH:mm:ss "));
 }
 
 bool Globals::isMain() const {

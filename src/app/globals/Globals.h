@@ -100,4 +100,5 @@ private:
     void SetStatus1_Run();
 
     Clock& m_clock;
+    qint64 m_stampedSecond = -1;  // of mTIMESTAMP
 };
