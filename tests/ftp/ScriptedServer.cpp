@@ -1,5 +1,7 @@
 #include "ScriptedServer.h"
 
+#include <memory>
+
 #include <QFileInfo>
 #include <QTimer>
 
@@ -238,35 +240,36 @@ void ScriptedServer::endDownload() {
 }
 
 void ScriptedServer::upload(const QString& argument) {
-    m_upload = std::make_unique<QFile>(path(argument));
+    auto file = std::make_shared<QFile>(path(argument));
     const qint64 offset = std::exchange(m_restart, 0);
-    m_upload->open(offset > 0 ? QIODevice::ReadWrite : QIODevice::WriteOnly | QIODevice::Truncate);
-    m_upload->seek(offset);
+    file->open(offset > 0 ? QIODevice::ReadWrite : QIODevice::WriteOnly | QIODevice::Truncate);
+    file->seek(offset);
     if (timing.reply != DataTiming::Reply::WithoutStart)
         send("150 Send it.\r\n");
     if (timing.reply != DataTiming::Reply::Behind)
         send("226 Transfer complete.\r\n");
-    whenDataConnected([this] {
+    // A client that was told so early may have asked for the next port already when this one's bytes come.
+    whenDataConnected([this, file] {
+        QTcpSocket* data = m_data;
         if (timing.end == DataTiming::End::Reset) {
-            reset(*m_data);
+            reset(*data);
             send("426 Broken off.\r\n");
             return;
         }
-        const auto take = [this] { m_upload->write(m_data->readAll()); };
-        connect(m_data, &QTcpSocket::readyRead, this, take);
-        connect(m_data, &QTcpSocket::disconnected, this, [this] { finishUpload(); });
+        const auto take = [data, file] { file->write(data->readAll()); };
+        const auto finish = [this, data, file, take] {
+            take();
+            file->close();
+            data->disconnect(this);
+            if (timing.reply == DataTiming::Reply::Behind)
+                send("226 Transfer complete.\r\n");
+        };
+        connect(data, &QTcpSocket::readyRead, this, take);
+        connect(data, &QTcpSocket::disconnected, this, finish);
         take();
-        if (m_data->state() == QAbstractSocket::UnconnectedState)
-            finishUpload();
+        if (data->state() == QAbstractSocket::UnconnectedState)
+            finish();
     });
-}
-
-void ScriptedServer::finishUpload() {
-    m_upload->write(m_data->readAll());
-    m_upload->close();
-    m_data->disconnect(this);
-    if (timing.reply == DataTiming::Reply::Behind)
-        send("226 Transfer complete.\r\n");
 }
 
 void ScriptedServer::whenDataConnected(std::function<void()> work) {
@@ -281,7 +284,7 @@ void ScriptedServer::whenDataConnected(std::function<void()> work) {
         socket->connectToHost(m_listener.serverAddress(), static_cast<quint16>(activePort));
         return;
     }
-    if (m_data)
+    if (m_data && !std::exchange(m_isDataTaken, true))
         work();
     else
         m_pending = std::move(work);
@@ -290,6 +293,7 @@ void ScriptedServer::whenDataConnected(std::function<void()> work) {
 void ScriptedServer::adoptData(QTcpSocket* socket) {
     socket->setParent(this);
     m_data = socket;
+    m_isDataTaken = m_pending != nullptr;
     if (auto work = std::exchange(m_pending, nullptr))
         work();
 }

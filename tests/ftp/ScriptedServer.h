@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include <QDir>
 #include <QHostAddress>
@@ -62,7 +61,6 @@ private:
     void upload(const QString& argument);
     void whenDataConnected(std::function<void()> work);
     void adoptData(QTcpSocket* socket);
-    void finishUpload();
 
     QString m_root;
     QString m_cwd = QStringLiteral("/");
@@ -72,7 +70,7 @@ private:
     QTcpServer m_dataListener;
     QTcpSocket* m_control = nullptr;
     QTcpSocket* m_data = nullptr;
+    bool m_isDataTaken = false;  // a transfer has it
     QByteArray m_input;
     std::function<void()> m_pending;
-    std::unique_ptr<QFile> m_upload;
 };

@@ -102,6 +102,8 @@ void FTPSessionClass::handleReplies() {
         if (CommandSocket == connection && hasReply())
             ParseCommandBuffer();
     }
+    if (CommandSocket == connection)
+        connection->Flush();
     if (CommandSocket == connection && Buffer.size() > MaxReplyLine)
         endFlood(QStringLiteral("Error: The reply line is too long."));
 }

@@ -6,7 +6,8 @@
 
 class FTPCommandSocket final : public SSLSocket {
 public:
-    FTPCommandSocket(Clock& clock, FTPCommandOwner& session) : SSLSocket(clock), Session(session) {}
+    FTPCommandSocket(Clock& clock, FTPCommandOwner& session)
+        : SSLSocket(clock, Kind::Encryptable), Session(session) {}
 
 protected:
     void Event_DataAvailable() override { Session.RepliesCame(); }

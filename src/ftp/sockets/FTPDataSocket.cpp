@@ -18,7 +18,9 @@ constexpr qint64 BreathMilliseconds = 5;
 }  // namespace
 
 FTPDataSocket::FTPDataSocket(Clock& clock, FTPDataOwner& session)
-    : SSLSocket(clock), Session(session), m_pace(clock, std::chrono::minutes(1), [this] { checkPace(); }) {}
+    : SSLSocket(clock, Kind::Plain),
+      Session(session),
+      m_pace(clock, std::chrono::minutes(1), [this] { checkPace(); }) {}
 
 // ---- The connection
 

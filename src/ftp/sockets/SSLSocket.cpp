@@ -49,7 +49,7 @@ void SSLSocket::Connect() {
 }
 
 void SSLSocket::connectBy(QAbstractSocket::NetworkLayerProtocol protocol) {
-    adopt(std::make_unique<QSslSocket>());
+    adopt(makeConnection());
     m_connection->connectToHost(Address, Port, QIODevice::ReadWrite, protocol);
 }
 
@@ -104,7 +104,7 @@ void SSLSocket::dropConnection() {
     forgetReset();
     if (!m_connection)
         return;
-    QSslSocket* connection = std::exchange(m_connection, nullptr);
+    QTcpSocket* connection = std::exchange(m_connection, nullptr);
     connection->disconnect(this);
     if (connection->bytesToWrite() > 0)
         connection->abort();
@@ -127,6 +127,11 @@ void SSLSocket::Write(const QByteArray& bytes) {
         m_connection->write(bytes);
 }
 
+void SSLSocket::Flush() {
+    if (m_connection)
+        m_connection->flush();
+}
+
 QByteArray SSLSocket::ReadAll() {
     return m_connection ? m_connection->readAll() : QByteArray();
 }
@@ -144,37 +149,43 @@ QHostAddress SSLSocket::RemoteAddress() const {
 }
 
 void SSLSocket::StartEncryption() {
-    if (!m_connection)
+    auto* connection = qobject_cast<QSslSocket*>(m_connection);
+    if (!connection)
         return;
     m_isEncrypting = true;
-    m_connection->setSslConfiguration(SslConfiguration);
-    m_connection->startClientEncryption();
+    connection->setSslConfiguration(SslConfiguration);
+    connection->startClientEncryption();
 }
 
 bool SSLSocket::SSLConnected() const {
-    return m_connection && m_connection->isEncrypted();
+    const auto* connection = qobject_cast<QSslSocket*>(m_connection);
+    return connection && connection->isEncrypted();
 }
 
-void SSLSocket::adopt(std::unique_ptr<QSslSocket> connection) {
+std::unique_ptr<QTcpSocket> SSLSocket::makeConnection() {
+    if (m_kind == Kind::Plain)
+        return std::make_unique<QTcpSocket>();
+    auto connection = std::make_unique<QSslSocket>();
+    connect(connection.get(), &QSslSocket::encrypted, this, &SSLSocket::onEncrypted);
+    return connection;
+}
+
+void SSLSocket::adopt(std::unique_ptr<QTcpSocket> connection) {
     m_connection = connection.release();
     m_connection->setParent(this);
     m_connection->setReadBufferSize(ReadBufferSize);
     m_lastErrorCode = 0;
     m_lastErrorText.clear();
     m_wasReset = false;
-    connect(m_connection, &QSslSocket::connected, this, [this] {
+    connect(m_connection, &QTcpSocket::connected, this, [this] {
         m_mayFallBack = false;
         m_patience.stop();
         watchForReset();
         Event_Connected();
     });
-    connect(m_connection, &QSslSocket::readyRead, this, [this] { Event_DataAvailable(); });
-    connect(m_connection, &QSslSocket::bytesWritten, this, [this] { onBytesWritten(); });
-    connect(m_connection, &QSslSocket::errorOccurred, this, [this](auto error) { onError(error); });
-    connect(m_connection, &QSslSocket::encrypted, this, [this] {
-        m_isEncrypting = false;
-        Event_Secured();
-    });
+    connect(m_connection, &QTcpSocket::readyRead, this, [this] { Event_DataAvailable(); });
+    connect(m_connection, &QTcpSocket::bytesWritten, this, [this] { onBytesWritten(); });
+    connect(m_connection, &QTcpSocket::errorOccurred, this, [this](auto error) { onError(error); });
 }
 
 // The toolkit tells an end and a break alike, and takes the socket's error away. The system still knows: a
@@ -203,7 +214,7 @@ void SSLSocket::forgetReset() {
 }
 
 void SSLSocket::accept(qintptr descriptor, const QHostAddress& peer) {
-    auto connection = std::make_unique<QSslSocket>();
+    auto connection = makeConnection();
     if (!connection->setSocketDescriptor(descriptor) || !connection->peerAddress().isEqual(peer))
         return;
     m_listener->close();
@@ -211,6 +222,11 @@ void SSLSocket::accept(qintptr descriptor, const QHostAddress& peer) {
     adopt(std::move(connection));
     watchForReset();
     Event_Connected();
+}
+
+void SSLSocket::onEncrypted() {
+    m_isEncrypting = false;
+    Event_Secured();
 }
 
 void SSLSocket::onBytesWritten() {

@@ -1,5 +1,5 @@
-// One connection at a time, plain at first and encrypted on demand: what the FTP client asks of the
-// toolkit's sockets.
+// One connection at a time, plain at first and, if its kind can be, encrypted on demand: what the FTP client
+// asks of the toolkit's sockets.
 #pragma once
 
 #include <memory>
@@ -48,6 +48,8 @@ public:
     void Poll();
 
     void Write(const QByteArray& bytes);
+    // Hands what was written to the system now, and not when the event loop turns. May raise Event_Error.
+    void Flush();
     // All bytes received so far.
     QByteArray ReadAll();
 
@@ -66,7 +68,11 @@ public:
     bool SSLConnected() const;
 
 protected:
-    explicit SSLSocket(Clock& clock) : m_patience(clock, Patience, [this] { lookForIPv6(); }) {}
+    // A connection that is never encrypted costs less of each transfer.
+    enum class Kind { Plain, Encryptable };
+
+    SSLSocket(Clock& clock, Kind kind)
+        : m_kind(kind), m_patience(clock, Patience, [this] { lookForIPv6(); }) {}
 
     virtual void Event_Connected() {}
     virtual void Event_DataAvailable() = 0;
@@ -81,16 +87,19 @@ private:
     void connectBy(QAbstractSocket::NetworkLayerProtocol protocol);
     void lookForIPv6();
     bool fallBack(int error);
-    void adopt(std::unique_ptr<QSslSocket> connection);
+    std::unique_ptr<QTcpSocket> makeConnection();
+    void adopt(std::unique_ptr<QTcpSocket> connection);
     void dropConnection();
     void watchForReset();
     bool isReset() const;
     void forgetReset();
     void accept(qintptr descriptor, const QHostAddress& peer);
+    void onEncrypted();
     void onBytesWritten();
     void onError(QAbstractSocket::SocketError error);
 
-    QSslSocket* m_connection = nullptr;
+    Kind m_kind;
+    QTcpSocket* m_connection = nullptr;
     Listener* m_listener = nullptr;
     bool m_isEncrypting = false;
     // On while an attempt by IPv4 may still be followed by one by IPv6, and the error of the first.
