@@ -29,6 +29,7 @@
 #include "SimulatedPort.h"
 #include "SystemClock.h"
 #include "Text.h"
+#include "Trends.h"
 
 using namespace std::chrono_literals;
 
@@ -150,6 +151,33 @@ double recordPercent() {
     return 100 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC / Seconds;
 }
 
+// The trends of so many seconds, and in each what the line can carry at most: a record of single bytes is the
+// largest.
+struct Kept {
+    explicit Kept(std::size_t seconds) {
+        for (std::size_t second = 0; second < seconds; ++second) {
+            for (int series = 0; series < static_cast<int>(Trends::SeriesCount); ++series)
+                trends.note(static_cast<Trends::Series>(series), 1);
+            trends.noteBand(QString::number(second));
+            for (int byte = 0; byte < 3840; ++byte)
+                record.add({.kind = TranscriptEvent::Kind::In, .bytes = "^"});
+            clock.advance(1s);
+        }
+    }
+
+    SimClock clock;
+    Trends trends{clock};
+    LineRecord record{clock};
+};
+
+// In MiB, without the program's own code.
+double keptMiB() {
+    const Kept aSecond(1);
+    const double before = residentMiB();
+    const Kept anHour(Trends::SampleLimit);
+    return residentMiB() - before;
+}
+
 struct Outcome {
     double milliseconds = 0;  // from the start of the process to its figure
     double figure = 0;
@@ -245,6 +273,7 @@ int runAll() {
             isMet;
     isMet =
         judge("processor time of the poll", runSelf(QStringLiteral("--processor")).figure, "%", 1) && isMet;
+    isMet = judge("an hour of trends and a full record of the line", keptMiB(), "MiB", 1) && isMet;
     isMet = judge("record of the line while polling", recordPercent(), "%", 0.1) && isMet;
     isMet = judge("one burst of six answers, parsed and shown", burstMilliseconds(), "ms", 0.2) && isMet;
     isMet =

@@ -1,4 +1,4 @@
-// The last so many of what was added, oldest first. It grows to its limit and no further.
+// The last so many of what was added, oldest first. Its place is taken at once, its memory as it fills.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +7,8 @@
 template <typename Item, std::size_t Limit>
 class Ring {
 public:
+    Ring() { m_items.reserve(Limit); }
+
     void add(const Item& item) {
         if (m_items.size() < Limit) {
             m_items.push_back(item);
