@@ -25,6 +25,11 @@ TEST(LinkStateTest, IsSeenAtAGlance) {
     EXPECT_EQ(shown(6s).substr(0, 37), "ttyUSB0, 38400 bit/s, no answer for 5");
     bench.amplifier().powerOn();
     EXPECT_EQ(shown(3s), "ttyUSB0, 38400 bit/s, Loader");
+    bench.chooseTab(Tab::Port);
+    bench.amplifier().powerOff();
+    bench.control<QPushButton>(QStringLiteral("TestCommButtton"))->click();
+    EXPECT_EQ(shown(1s), "ttyUSB0, asking...");
+    EXPECT_EQ(shown(5s), "ttyUSB0, no answer");
     bench.port().unplug();
     EXPECT_EQ(shown(1s), "Disconnected");
     bench.chooseTab(Tab::Port);

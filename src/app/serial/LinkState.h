@@ -16,6 +16,6 @@ struct LinkState {
     bool operator==(const LinkState&) const = default;
 };
 
-// `silence` is how long the poll has had no answer, once that counts.
-LinkState linkState(const SerialPort& port, const Globals& globals,
+// `isBusy`: a flow has the line; `silence` is how long the poll has had no answer, once that counts.
+LinkState linkState(const SerialPort& port, const Globals& globals, bool isBusy,
                     std::optional<std::chrono::seconds> silence);

@@ -82,7 +82,8 @@ void App::connectExtras() {
         m_flows.start(saveLog(m_platform.dialogs, m_platform.clock, log.toPlainText()));
     });
     LinkButton& link = m_window1.linkButton();
-    link.watch(m_platform.clock, [this] { return linkState(m_recording, m_globals, m_monitor.silence()); });
+    link.watch(m_platform.clock,
+               [this] { return linkState(m_recording, m_globals, m_line.isTaken(), m_monitor.silence()); });
     QObject::connect(&link, &LinkButton::clicked, &m_window1, [this] {
         if (!m_line.isTaken())
             m_window1.setTab(static_cast<int>(Tab::Port));
