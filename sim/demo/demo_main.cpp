@@ -1,8 +1,10 @@
 // The utility with a simulated amplifier on its serial line, in one process; or with a real one, to keep
 // what passes on the line.
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
+#include <string_view>
 
 #include <QCommandLineParser>
 #include <QFile>
@@ -39,6 +41,7 @@ Task<> showBeside(SimulatorWindow& simulator, Clock& clock, const QWidget& mainW
     const int left =
         std::min(mainWindow.frameGeometry().right() + WindowGap, screen.right() - simulator.width());
     simulator.move(std::max(left, screen.left()), mainWindow.frameGeometry().top());
+    simulator.setAttribute(Qt::WA_ShowWithoutActivating);
     simulator.show();
 }
 
@@ -48,7 +51,7 @@ struct Options {
 };
 
 // Ends the program when it asked for help or cannot be understood.
-Options readCommandLine(const QApplication& application) {
+Options readCommandLine(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions({
@@ -70,9 +73,17 @@ Options readCommandLine(const QApplication& application) {
              .replayFile = parser.value(QStringLiteral("replay"))}};
 }
 
+// Help needs no display.
+bool asksForHelp(int argc, char** argv) {
+    return std::any_of(argv, argv + argc,
+                       [](std::string_view argument) { return argument == "--help" || argument == "-h"; });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (asksForHelp(argc, argv))
+        readCommandLine(QCoreApplication(argc, argv));
     GuardedApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vlxutility-demo"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/vlxutility.png")));
@@ -99,6 +110,7 @@ int main(int argc, char** argv) {
     log = &app.globals();
     dialogs.setMainWindow(&app.mainWindow());
     SimulatorWindow simulator(line.amplifier, line.simulated, line.ports, world.server());
+    QtDialogs::keepAwayFrom(simulator);
     app.Event_Open();
 
     Tour tour(clock, app, line.amplifier, options.tourFolder);

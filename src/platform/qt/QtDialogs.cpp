@@ -10,8 +10,8 @@
 
 namespace {
 
-// The mark of the dialogs that are made here.
-constexpr const char* IsBox = "isBox";
+// The mark of the windows that are nobody's parent.
+constexpr const char* HasNoDialogs = "hasNoDialogs";
 
 // Owns a dialog that its parent window may delete before. Never deletes it at once: it may be the dialog
 // whose signal is being handled.
@@ -47,7 +47,7 @@ QFileDialog* makeFileDialog(QWidget* parent, const QString& name, const QString&
                             const QString& folder) {
     auto* dialog = new QFileDialog(parent, title);
     dialog->setObjectName(name);
-    dialog->setProperty(IsBox, true);
+    dialog->setProperty(HasNoDialogs, true);
     // What is remembered may be a file: the dialog then begins beside it.
     const QFileInfo start(folder);
     if (start.isDir())
@@ -69,6 +69,10 @@ Task<QString> chooseFile(Clock& clock, QFileDialog* fileDialog) {
 }
 
 }  // namespace
+
+void QtDialogs::keepAwayFrom(QWidget& window) {
+    window.setProperty(HasNoDialogs, true);
+}
 
 void QtDialogs::Beep() {
     QApplication::beep();
@@ -134,7 +138,7 @@ Task<QString> QtDialogs::selectFolder(SelectFolderRequest request) {
 // it with it; the toolkit may call it the active one for a while after that.
 QWidget* QtDialogs::parent() const {
     for (QWidget* window : {QApplication::activeModalWidget(), QApplication::activeWindow()}) {
-        while (window && (window->property(IsBox).toBool() || !window->isVisible()))
+        while (window && (window->property(HasNoDialogs).toBool() || !window->isVisible()))
             window = window->parentWidget() ? window->parentWidget()->window() : nullptr;
         if (window)
             return window;
@@ -145,7 +149,7 @@ QWidget* QtDialogs::parent() const {
 QMessageBox* QtDialogs::makeBox(const QString& name, QMessageBox::Icon icon, const QString& text) const {
     auto* box = new QMessageBox(parent());
     box->setObjectName(name);
-    box->setProperty(IsBox, true);
+    box->setProperty(HasNoDialogs, true);
     box->setWindowTitle(QStringLiteral("VLX Utility"));
     box->setIcon(icon);
     // Names of files and answers of servers may look like markup.

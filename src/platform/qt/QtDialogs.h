@@ -19,6 +19,8 @@ public:
     explicit QtDialogs(Clock& clock) : m_clock(clock) {}
 
     void setMainWindow(QWidget* window) { m_mainWindow = window; }
+    // No dialog ever belongs to this window, whether the user is in it or not.
+    static void keepAwayFrom(QWidget& window);
 
     void Beep() override;
     using Dialogs::MsgBox;
