@@ -46,29 +46,41 @@ void WebEngineViewer::LoadPage(const FolderItem& file, const QString& anchor) {
     QUrl url = BookUrl::of(file, m_helpFolder);
     if (!anchor.isEmpty())
         url.setFragment(anchor);
-    m_view->load(url);
+    load(url);
 }
 
 void WebEngineViewer::LoadPage(const QString& html, const FolderItem& base) {
     m_profile.files().putInPlace(base, html);
-    m_view->load(BookUrl::of(base, m_helpFolder));
+    load(BookUrl::of(base, m_helpFolder));
 }
 
-// A link to a page that is not there leads nowhere: the page stays.
-bool WebEngineViewer::mayGoTo(const QUrl& url) const {
-    return !CancelLoad(BookUrl::told(url, m_helpFolder)) && BookUrl::file(url, m_helpFolder).isFile();
+void WebEngineViewer::load(const QUrl& url) {
+    m_chosen = url;
+    m_view->load(url);
+}
+
+// A link to a page that is not there leads nowhere: the page stays. The engine asks late, and a page that was
+// chosen meanwhile goes with the link that is turned down.
+bool WebEngineViewer::mayGoTo(const QUrl& url) {
+    const bool may =
+        !CancelLoad(BookUrl::told(url, m_helpFolder)) && BookUrl::file(url, m_helpFolder).isFile();
+    if (!may && m_chosen.isValid() && url != m_chosen)
+        QMetaObject::invokeMethod(m_view, [this] { m_view->load(m_chosen); }, Qt::QueuedConnection);
+    return may;
 }
 
 void WebEngineViewer::loadingChanged(const QWebEngineLoadingInfo& info) {
     if (info.isErrorPage())
         return;
     if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus) {
+        m_chosen.clear();
         // Going back and forward is the help window's.
         m_page.history()->clear();
         DocumentComplete(BookUrl::told(info.url(), m_helpFolder));
     } else if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
                info.url().scheme() == QLatin1String(BookUrl::Scheme)) {
         // An address that was handed on counts as failed, too.
+        m_chosen.clear();
         Error(info.errorCode(), info.errorString());
     }
 }

@@ -20,7 +20,8 @@ public:
     void LoadPage(const QString& html, const FolderItem& base) override;
 
 private:
-    bool mayGoTo(const QUrl& url) const;
+    void load(const QUrl& url);
+    bool mayGoTo(const QUrl& url);
     void loadingChanged(const QWebEngineLoadingInfo& info);
     void showContextMenu(const QPoint& point);
 
@@ -29,4 +30,5 @@ private:
     BookProfile m_profile;
     LockedPage m_page;
     QPointer<QWebEngineView> m_view;
+    QUrl m_chosen;  // from its choice until it is shown
 };
