@@ -113,8 +113,8 @@ double TrendsPainting::leftMargin(const QFontMetrics& metrics) {
 void TrendsPainting::paint(const QRectF& area) {
     m_painter.fillRect(area, m_palette.base());
     const double text = m_metrics.height();
-    const QRectF plots(m_axis.left(), area.top() + text, m_axis.right() - m_axis.left(),
-                       area.height() - 2 * text - Gap);
+    const QRectF plots(m_axis.left(), area.top() + 2 * text, m_axis.right() - m_axis.left(),
+                       area.height() - 3 * text - Gap);
     if (!m_trends.samples().isEmpty())
         paintTimes(plots);
     const double height = plots.height() / Trends::SeriesCount;
@@ -123,7 +123,10 @@ void TrendsPainting::paint(const QRectF& area) {
         paintStrip(row, QRectF(plots.left(), top, plots.width(), height));
         top += height;
     }
-    paintMarks(plots, area.top());
+    // Faults have a row of their own, and lie above what they bring with them.
+    paintMarks(plots, area.top() + text,
+               [](Trends::Mark::Kind kind) { return kind != Trends::Mark::Kind::Fault; });
+    paintMarks(plots, area.top(), [](Trends::Mark::Kind kind) { return kind == Trends::Mark::Kind::Fault; });
     paintCursor(plots);
 }
 
@@ -202,8 +205,11 @@ void TrendsPainting::paintTimes(const QRectF& plots) {
         m_painter.setPen(mixed(m_palette.text().color(), m_palette.base().color(), 0.2));
         m_painter.drawLine(QPointF(x, plots.top()), QPointF(x, plots.bottom()));
         m_painter.setPen(m_faint);
-        m_painter.drawText(QRectF(x - width, plots.bottom() + Gap / 2, 2 * width, m_metrics.height()),
-                           Qt::AlignCenter, QDateTime::fromMSecsSinceEpoch(shown).toString(format));
+        const QString text = QDateTime::fromMSecsSinceEpoch(shown).toString(format);
+        const double taken = m_metrics.horizontalAdvance(text);
+        m_painter.drawText(QPointF(std::min(x - taken / 2, plots.right() - taken),
+                                   plots.bottom() + Gap / 2 + m_metrics.ascent()),
+                           text);
     }
 }
 
@@ -214,11 +220,12 @@ QColor TrendsPainting::markColour(Trends::Mark::Kind kind) const {
 }
 
 // A label that has no room before the next one is left out; the read-out at the cursor has them all.
-void TrendsPainting::paintMarks(const QRectF& plots, double labelTop) {
+void TrendsPainting::paintMarks(const QRectF& plots, double labelTop,
+                                bool (*isChosen)(Trends::Mark::Kind kind)) {
     double free = plots.left();
     for (std::size_t index = 0; index < m_trends.marks().size(); ++index) {
         const Trends::Mark& mark = m_trends.marks()[index];
-        if (mark.at < m_axis.from() || mark.at > m_axis.to())
+        if (!isChosen(mark.kind) || mark.at < m_axis.from() || mark.at > m_axis.to())
             continue;
         const double x = m_axis.x(mark.at);
         // A filled rectangle is the fastest line there is.

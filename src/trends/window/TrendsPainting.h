@@ -25,7 +25,7 @@ private:
     void paintScale(const Scale& scale, int decimals, const QRectF& plot);
     void paintCurve(Trends::Series series, const Scale& scale, const QRectF& plot);
     void paintTimes(const QRectF& plots);
-    void paintMarks(const QRectF& plots, double labelTop);
+    void paintMarks(const QRectF& plots, double labelTop, bool (*isChosen)(Trends::Mark::Kind kind));
     void paintCursor(const QRectF& plots);
     QColor markColour(Trends::Mark::Kind kind) const;
 
