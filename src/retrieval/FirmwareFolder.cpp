@@ -1,9 +1,9 @@
 #include "FirmwareFolder.h"
 
 #include <QDir>
-#include <QDirIterator>
 
 #include "ApplicationFolders.h"
+#include "FolderNames.h"
 #include "ImageNames.h"
 #include "Text.h"
 
@@ -74,11 +74,10 @@ Task<bool> FirmwareFolder::restoreDefaultFolder() {
 // In the folder's own order, whatever they are; a folder that does not exist has none.
 Task<QStringList> FirmwareFolder::itemNames() {
     QStringList names;
-    QDirIterator items(m_globals.m_FolderPath,
-                       QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    while (items.hasNext()) {
-        items.next();
-        names += items.fileName();
+    FolderNames items(m_globals.m_FolderPath);
+    while (const auto name = items.next()) {
+        if (FolderNames::isText(*name))
+            names += *name;
         co_await m_platform.clock.breathe();
     }
     co_return names;

@@ -1,4 +1,6 @@
 // Transfers that come in an odd order, cut, or into a folder that resists.
+#include <unistd.h>
+
 #include "DiskLimit.h"
 #include "OddServer.h"
 
@@ -171,6 +173,7 @@ TEST_F(OddServer, IsSentATreeWithAFolderCalledUpAndLinks) {
         writeFile(top + QString::fromLatin1(name), name);
     QFile::link(top, top + QStringLiteral("loop"));
     QFile::link(top + QStringLiteral("nothing"), top + QStringLiteral("broken"));
+    ASSERT_EQ(::symlink("after.txt", QFile::encodeName(top).append("no\xFFtext").constData()), 0);
     session.LocalDirectory = top;
     EXPECT_EQ(bench.run(&FTPSessionClass::PutDir), "ok: Directory Transfer Complete.");
     EXPECT_EQ(tree(root.path() + QStringLiteral("/work/UP")),
@@ -180,6 +183,8 @@ TEST_F(OddServer, IsSentATreeWithAFolderCalledUpAndLinks) {
     EXPECT_TRUE(
         bench.status->statuses.contains(QStringLiteral("Skipped a link to a folder: %1loop").arg(top)));
     EXPECT_TRUE(bench.status->statuses.contains(QStringLiteral("Skipped a broken link: %1broken").arg(top)));
+    EXPECT_TRUE(bench.status->statuses.contains(
+        QStringLiteral("Skipped a name that is no text: %1no\xFFFDtext").arg(top)));
 }
 
 TEST_F(OddServer, HoldsNamesThatDifferInLetterCaseAlone) {

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "FolderNames.h"
 #include "FTPParsedDirListLineClass.h"
 #include "FTPPaths.h"
 #include "FTPSessionState.h"
@@ -81,11 +82,9 @@ bool FTPSessionState::GetFiles(const QString& prefix, const QString& path) {
     const bool looksLikeUp = Text::equal(name, u"UP");
     Files += u'*' + name + (looksLikeUp ? QStringLiteral("/") : QString());
     Paths += QStringLiteral("Ignore");
-    const auto items = QDir(path).entryInfoList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QFileInfo& child : items)
-        if (!isSkipped(child))
-            GetFiles(prefix + name + FileDelimiter, child.absoluteFilePath());
+    for (const QString& child : FolderNames::sorted(path))
+        if (const QFileInfo place(QDir(path), child); !isSkipped(place))
+            GetFiles(prefix + name + FileDelimiter, place.absoluteFilePath());
     Files += QStringLiteral("*UP");
     Paths += QStringLiteral("Ignore");
     return true;
@@ -100,11 +99,12 @@ void FTPSessionState::addFile(const QFileInfo& item) {
 
 bool FTPSessionState::isSkipped(const QFileInfo& item) {
     // A link to a folder may lead back up.
-    const QString reason = item.isSymLink() && item.isDir() ? QStringLiteral("Skipped a link to a folder: ")
-                           : item.isSymLink() && !item.exists() ? QStringLiteral("Skipped a broken link: ")
-                           : !item.isDir() && !item.isFile()
-                               ? QStringLiteral("Skipped what is neither a file nor a folder: ")
-                               : QString();
+    const QString reason =
+        !FolderNames::isText(item.fileName()) ? QStringLiteral("Skipped a name that is no text: ")
+        : item.isSymLink() && item.isDir()    ? QStringLiteral("Skipped a link to a folder: ")
+        : item.isSymLink() && !item.exists()  ? QStringLiteral("Skipped a broken link: ")
+        : !item.isDir() && !item.isFile() ? QStringLiteral("Skipped what is neither a file nor a folder: ")
+                                          : QString();
     if (!reason.isEmpty())
         Skipped += reason + item.filePath();
     return !reason.isEmpty();
