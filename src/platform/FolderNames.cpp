@@ -2,8 +2,7 @@
 
 #include <QFileInfo>
 
-FolderNames::FolderNames(const QString& folder)
-    : m_item(QFileInfo(folder).filesystemFilePath(), m_error) {}
+FolderNames::FolderNames(const QString& folder) : m_item(QFileInfo(folder).filesystemFilePath(), m_error) {}
 
 std::optional<QString> FolderNames::next() {
     if (m_item == std::filesystem::directory_iterator())

@@ -8,8 +8,8 @@
 #include <QString>
 #include <QStringList>
 
-// In the folder's own order, one at a time: a folder may hold very many. The toolkit's own lists are empty, from
-// its release 6.8 on, for a folder that holds one name that is no text.
+// In the folder's own order, one at a time: a folder may hold very many. The toolkit's own lists are empty,
+// from its release 6.8 on, for a folder that holds one name that is no text.
 class FolderNames {
 public:
     // A folder that cannot be read has no names.

@@ -155,7 +155,7 @@ TEST(cURLdownload, EndsWithAClearLineWhateverCurlDoes) {
 // What curl tells of the downloads, in pieces and in another version's words.
 TEST(cURLdownload, ReadsWhatCurlTells) {
     const FakeCurl curl(R"(case "$*" in *-l*) printf 'VLX720FP0125.hex\n'; exit 0;; esac
-printf '* Trying...\r\n* Connec' >&2; sleep 0.05; printf 'ted to x port 21 (#0)\n* connected again\n' >&2
+printf '* Trying...\r\n* Connec' >&2; sleep 0.05; printf 'ted to x port 21 (#0)\n* connected again to the host that was left before, it says\n' >&2
 printf '< 150 Opening BINARY mode data connection for VLX720FP0125.hex (31 bytes).\r\n' >&2
 printf '\r###   12.5%%\r#####   50.0%%' >&2; sleep 0.05; printf '\r##########  100.0%%\n' >&2
 printf 'BINARY mode data\nhalf a line' >&2
@@ -172,7 +172,7 @@ printf 'notes' > vlxfwnotes.rtf
             {QStringLiteral("* Trying..."), QStringLiteral("* Connected to x port 21 (#0)"),
              QStringLiteral("Connected to Tessarin server."),
              QStringLiteral("Copying files to \"%1\"").arg(bench.globals.m_FolderPath),
-             QStringLiteral("* connected again"),
+             QStringLiteral("* connected again to the host that was left before, it says"),
              QStringLiteral("< 150 Opening BINARY mode data connection for VLX720FP0125.hex (31 bytes)."),
              QStringLiteral("Copied \"VLX720FP0125.hex\" from Tessarin"), QStringLiteral("BINARY mode data"),
              QStringLiteral("\"VLX720FP0125.hex\" verification succeeded")}));
