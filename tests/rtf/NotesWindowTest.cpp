@@ -74,7 +74,7 @@ TEST_F(Field, BlackFollowsThePaletteAndOtherColoursStay) {
     for (const int automatic : {1, 2})
         EXPECT_FALSE(lookAt(automatic).hasProperty(QTextFormat::ForegroundBrush)) << automatic;
     EXPECT_EQ(lookAt(3).foreground().color(), QColor(200, 0, 0));
-    EXPECT_EQ(lookAt(4).textOutline().color(), QColor(Qt::white));
+    EXPECT_EQ(lookAt(4).textOutline(), QPen(QColor(Qt::white), 0));
 }
 
 TEST_F(Field, ADifferentLookIsAChange) {
