@@ -1,5 +1,11 @@
 // Every operation, with the server failing at each of its replies in turn.
+#include <string_view>
+
+#include <QRegularExpression>
+
 #include <gmock/gmock.h>
+
+#include "GoldenFile.h"
 
 #include "Operations.h"
 #include "ScriptedServer.h"
@@ -18,6 +24,7 @@ public:
             logOnTo(bench);
         firstReply = server.replies;
         bench.status->ends.clear();
+        bench.status->all.clear();
     }
 
     // Reply `number` of the operation becomes `text`.
@@ -36,6 +43,21 @@ public:
     }
 
     QString root() const { return m_root.path(); }
+
+    // What was told and what is left, without what differs from run to run.
+    QStringList seen() const {
+        QStringList lines = bench.status->all;
+        lines += QStringLiteral("-- here");
+        lines += tree(bench.local.path());
+        lines += QStringLiteral("-- there");
+        lines += tree(root());
+        lines += QStringLiteral("-- listed");
+        lines += bench.session->DirectoryFileList;
+        static const QRegularExpression port(QStringLiteral("(,\\d+){2}(?=\\)|$)|(?<=port to: )\\d+"));
+        lines.replaceInStrings(port, QStringLiteral("(port)"));
+        lines.replaceInStrings(bench.local.path(), QStringLiteral("LOCAL"));
+        return lines;
+    }
     // Whether any reply would do for the step that the replaced one belongs to.
     bool takesAnyReply() const {
         return commandReplaced.startsWith(u"QUIT") ||
@@ -83,13 +105,20 @@ protected:
     }
 };
 
-TEST_P(EveryStep, RunsInActiveMode) {
-    const OperationCase& operation = GetParam();
-    World world(operation, false);
-    const std::string name = operation.name;
-    // These two set their port and do not wait on it.
-    const bool waitsForNobody = name == "PutSingleFile" || name == "StartPutFile";
-    EXPECT_EQ(world.run(), waitsForNobody ? "error: Error: 425 Nobody there.\n" : success(operation));
+TEST_P(EveryStep, TellsAndLeavesWhatItDid) {
+    QStringList seen;
+    for (const bool isPassive : {true, false}) {
+        World world(GetParam(), isPassive);
+        const std::string end = world.run();
+        // These two set their port and do not wait on it.
+        const bool waitsForNobody = !isPassive && (GetParam().name == std::string_view("PutSingleFile") ||
+                                                   GetParam().name == std::string_view("StartPutFile"));
+        EXPECT_EQ(end, waitsForNobody ? "error: Error: 425 Nobody there.\n" : success(GetParam()));
+        seen += isPassive ? QStringLiteral("---- passive") : QStringLiteral("---- active");
+        seen += world.seen();
+    }
+    compareWithGolden(QStringLiteral(VLX_FTP_GOLDENS "/%1.txt").arg(QLatin1String(GetParam().name)),
+                      seen.join(u'\n').toUtf8() + '\n');
 }
 
 TEST_P(EveryStep, TakesRepliesByteByByte) {

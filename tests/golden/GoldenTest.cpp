@@ -1,8 +1,8 @@
-// One run of each flow, compared whole: every byte, wait, flush, speed, message and file. Run with
-// VLX_KEEP_GOLDENS=1 in the environment, the tests keep what they see; the change then shows in the files.
+// One run of each flow, compared whole: every byte, wait, flush, speed, message and file.
 #include <QFileInfo>
 
 #include "GoldenBench.h"
+#include "GoldenFile.h"
 
 namespace {
 
@@ -19,6 +19,16 @@ void exchange(GoldenBench& bench) {
     bench.run(bench.monitor.SendCommandParseResponse(QStringLiteral("^BN;"), 7));
     bench.amplifier.powerOff();
     bench.run(bench.monitor.SendCommandParseResponse(QStringLiteral("^BN;"), 6));
+}
+
+void poll(GoldenBench& bench) {
+    bench.sense();
+    bench.recording.DataAvailable = [&bench] { bench.monitor.takeReceived(); };
+    bench.monitor.enterOperateTab();
+    bench.clock.advance(1500ms);
+    bench.amplifier.powerOff();
+    bench.clock.advance(6s);
+    bench.monitor.stopPoll();
 }
 
 void save(GoldenBench& bench) {
@@ -101,14 +111,8 @@ TEST_P(Golden, RunIsAsItWas) {
     bench.clock.advance(3s);  // answers that are still on their way
     EXPECT_EQ(bench.clock.pendingWaits(), 0);
 
-    QFile golden(QStringLiteral(VLX_GOLDENS "/%1.txt").arg(QLatin1String(GetParam().name)));
-    if (qEnvironmentVariableIsSet("VLX_KEEP_GOLDENS")) {
-        ASSERT_TRUE(golden.open(QIODevice::WriteOnly));
-        ASSERT_EQ(golden.write(bench.record.data()), bench.record.size());
-        return;
-    }
-    ASSERT_TRUE(golden.open(QIODevice::ReadOnly));
-    EXPECT_EQ(bench.record.data().toStdString(), golden.readAll().toStdString());
+    compareWithGolden(QStringLiteral(VLX_GOLDENS "/%1.txt").arg(QLatin1String(GetParam().name)),
+                      bench.record.data());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -117,6 +121,7 @@ INSTANTIATE_TEST_SUITE_P(
         Run{"sense_38400", State::Main, 38400, sense}, Run{"sense_19200", State::Main, 19200, sense},
         Run{"sense_9600", State::Main, 9600, sense}, Run{"sense_4800", State::Main, 4800, sense},
         Run{"sense_waiting", State::Waiting, 38400, sense}, Run{"sense_silent", State::Off, 38400, sense},
+        Run{"poll", State::Main, 4800, poll}, Run{"poll_waiting", State::Waiting, 38400, poll},
         Run{"exchange", State::Main, 38400, exchange}, Run{"save", State::Main, 38400, save},
         Run{"save_fails", State::Main, 9600, saveFails}, Run{"restore", State::Main, 19200, restore},
         Run{"fault_table", State::Main, 38400, faultTable}, Run{"banner", State::Main, 38400, banner},

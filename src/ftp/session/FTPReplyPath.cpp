@@ -102,7 +102,9 @@ void FTPSessionClass::handleReplies() {
         if (CommandSocket == connection && hasReply())
             ParseCommandBuffer();
     }
-    if (CommandSocket == connection)
+    // A transfer's command waits for the data connection as long as a turn lasts: bytes that come with the
+    // reply are better than bytes behind it.
+    if (CommandSocket == connection && !(DataSocket && DataSocket->IsConnecting()))
         connection->Flush();
     if (CommandSocket == connection && Buffer.size() > MaxReplyLine)
         endFlood(QStringLiteral("Error: The reply line is too long."));

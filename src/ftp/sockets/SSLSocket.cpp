@@ -140,6 +140,10 @@ bool SSLSocket::IsConnected() const {
     return m_connection && m_connection->state() == QAbstractSocket::ConnectedState;
 }
 
+bool SSLSocket::IsConnecting() const {
+    return m_connection && m_connection->state() == QAbstractSocket::ConnectingState;
+}
+
 QHostAddress SSLSocket::LocalAddress() const {
     return m_connection ? m_connection->localAddress() : QHostAddress();
 }

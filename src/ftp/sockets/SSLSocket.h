@@ -54,6 +54,7 @@ public:
     QByteArray ReadAll();
 
     bool IsConnected() const;
+    bool IsConnecting() const;
     QHostAddress LocalAddress() const;
     QHostAddress RemoteAddress() const;
     int LastErrorCode() const { return m_lastErrorCode; }
