@@ -1,5 +1,7 @@
 #include "Scale.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <initializer_list>
 
@@ -26,4 +28,11 @@ Scale scaleFor(double lowest, double highest, int steps, double finest) {
         }
         power *= 10;
     }
+}
+
+int timeStepFor(double secondsAPixel, double room) {
+    constexpr std::array<int, 9> Steps{5, 10, 15, 30, 60, 120, 300, 600, 900};
+    const auto fits = [&](int step) { return step / secondsAPixel > room; };
+    const auto found = std::ranges::find_if(Steps, fits);
+    return found == Steps.end() ? Steps.back() : *found;
 }

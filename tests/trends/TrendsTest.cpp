@@ -128,6 +128,14 @@ TEST(ScaleTest, IsRoundAndHoldsBothLimits) {
     }
 }
 
+TEST(ScaleTest, TimesStandApart) {
+    const std::tuple<double, double, int> cases[] = {{0.05, 99, 5}, {0.05, 100, 10}, {1, 100, 120},
+                                                     {5, 100, 600}, {5, 119, 600},   {5, 120, 900},
+                                                     {9, 500, 900}};
+    for (const auto& [secondsAPixel, room, step] : cases)
+        EXPECT_EQ(timeStepFor(secondsAPixel, room), step) << secondsAPixel << ' ' << room;
+}
+
 TEST_F(TrendsTest, AxisFollowsThePresentUntilItIsPaused) {
     TimeAxis axis(trends);
     axis.setPlace(100, 700);

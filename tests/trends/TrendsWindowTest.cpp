@@ -52,6 +52,7 @@ TEST_F(TrendsWindowTest, CursorTellsTheValuesInWords) {
     key(Qt::Key_Home);
     EXPECT_TRUE(readOut().startsWith(QStringLiteral("14:00:00, PA Voltage 0.0 V, PA Current 10.0 A")));
     EXPECT_EQ(view->accessibleDescription(), readOut());
+    EXPECT_FALSE(trendsWindow.testAttribute(Qt::WA_QuitOnClose)) << "the main window is the program";
     key(Qt::Key_End);
     EXPECT_EQ(readOut(), last);
 }

@@ -7,7 +7,6 @@ namespace {
 
 constexpr double LinesAStep = 1.5;  // height of a step of the scale at least, in lines of text
 constexpr double Gap = 6;
-constexpr std::array<int, 9> TimeSteps{5, 10, 15, 30, 60, 120, 300, 600, 900};  // seconds
 
 QColor mixed(const QColor& a, const QColor& b, double shareOfA) {
     const auto part = [shareOfA](int x, int y) {
@@ -20,13 +19,6 @@ QColor mixed(const QColor& a, const QColor& b, double shareOfA) {
 std::int64_t shownAt(const Trends& trends, Trends::Milliseconds time) {
     const Trends::Sample& last = trends.samples().last();
     return last.shown + (time - last.at).count();
-}
-
-int timeStep(double secondsAPixel, double widestLabel) {
-    for (const int step : TimeSteps)
-        if (step / secondsAPixel > widestLabel)
-            return step;
-    return TimeSteps.back();
 }
 
 // An hour has more samples than a window has pixels: those of one pixel's width become one bar from the
@@ -196,7 +188,7 @@ void TrendsPainting::paintTimes(const QRectF& plots) {
     const QString format =
         m_axis.span() > std::chrono::minutes(10) ? QStringLiteral("HH:mm") : QStringLiteral("HH:mm:ss");
     const double width = m_metrics.horizontalAdvance(QStringLiteral("00:00:00"));
-    const std::int64_t step = 1000LL * timeStep(secondsAPixel, width * 1.6);
+    const std::int64_t step = 1000LL * timeStepFor(secondsAPixel, width * 1.6);
     const std::int64_t from = shownAt(m_trends, m_axis.from());
     for (std::int64_t shown = (from / step + 1) * step;; shown += step) {
         const double x = m_axis.x(m_axis.from() + Trends::Milliseconds(shown - from));
