@@ -1,0 +1,107 @@
+// What every window has in it, by name: its text, state, keys and what is told to a screen reader.
+#include <map>
+
+#include "AppBench.h"
+#include "GoldenFile.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class GoldenWindow : public testing::Test {
+protected:
+    // What differs from run to run and from system to system is left out.
+    QString told(const QObject& item, const char* property) {
+        QString text = item.property(property).toString();
+        text.replace(bench.dataFolder(), QStringLiteral("DATA"))
+            .replace(QString::fromLatin1(qVersion()), QStringLiteral("QT"));
+        return text.contains(u'\n') ? text.section(u'\n', 0, 0) + QStringLiteral("...") : text;
+    }
+    void note(const QObject& item) {
+        QStringList words{item.objectName() + u':'};
+        for (const char* property : {"windowTitle",
+                                     "title",
+                                     "text",
+                                     "currentText",
+                                     "toolTip",
+                                     "accessibleName",
+                                     "accessibleDescription",
+                                     "shortcut",
+                                     "checkable",
+                                     "checked",
+                                     "readOnly",
+                                     "undoRedoEnabled",
+                                     "maxLength",
+                                     "minimum",
+                                     "maximum",
+                                     "value",
+                                     "enabled",
+                                     "focusPolicy",
+                                     "modal",
+                                     "default",
+                                     "flat",
+                                     "wordWrap"})
+            if (const QString text = told(item, property);
+                !text.isEmpty() && text != QStringLiteral("false") && text != QStringLiteral("0"))
+                words += QString::fromLatin1(property) + u'=' + text;
+        if (const auto* widget = qobject_cast<const QWidget*>(&item); widget && widget->isHidden())
+            words += QStringLiteral("hidden");
+        if (const QString line = words.join(u' '); std::exchange(m_last[&item], line) != line)
+            seen += line;
+    }
+    // What has a name in the windows that are shown, and is not as it was when it was last noted.
+    void noteWindows(const char* when) {
+        bench.clock().advance(1500ms);
+        seen += QStringLiteral("---- ") + QString::fromLatin1(when);
+        QWidgetList windows = QApplication::topLevelWidgets();
+        std::ranges::sort(windows, {}, &QObject::objectName);
+        for (const QWidget* window : std::as_const(windows)) {
+            if (!window->isVisible() || window->objectName().isEmpty())
+                continue;
+            note(*window);
+            for (const QObject* item : window->findChildren<QObject*>())
+                if (item->isWidgetType() || item->inherits("QAction"))
+                    if (!item->objectName().isEmpty() &&
+                        !item->objectName().startsWith(QStringLiteral("qt_")))
+                        note(*item);
+        }
+    }
+    void noteTabs(const char* when) {
+        seen += QStringLiteral("-------- ") + QString::fromLatin1(when);
+        for (const Tab tab :
+             {Tab::Port, Tab::Firmware, Tab::Operate, Tab::Configuration, Tab::CommandTester}) {
+            bench.chooseTab(tab);
+            noteWindows("tab");
+        }
+    }
+    void choose(const char* action) {
+        bench.window().findChild<QAction*>(QString::fromLatin1(action))->trigger();
+    }
+
+    AppBench bench{Tab::Operate};
+    QStringList seen;
+
+private:
+    std::map<const QObject*, QString> m_last;
+};
+
+TEST_F(GoldenWindow, HasWhatItHad) {
+    noteTabs("with the main firmware");
+    bench.press(QStringLiteral("EditMacrosButton"));
+    noteWindows("macros");
+    choose("ViewTrends");
+    choose("HelpAboutVLXUtil");
+    noteWindows("trends and about");
+    bench.amplifier().raiseFault(9);
+    bench.chooseTab(Tab::Operate);
+    noteWindows("a fault");
+    bench.amplifier().powerOff();
+    bench.clock().advance(10s);
+    bench.amplifier().powerOn();
+    noteTabs("with the loader");
+    bench.port().unplug();
+    noteTabs("with no port");
+    compareWithGolden(QStringLiteral(VLX_WINDOW_GOLDENS "/windows.txt"), seen.join(u'\n').toUtf8() + '\n');
+}
+
+}  // namespace
