@@ -1,5 +1,6 @@
 // What every window has in it, by name: its text, state, keys and what is told to a screen reader.
 #include <map>
+#include <optional>
 
 #include "AppBench.h"
 #include "GoldenFile.h"
@@ -8,39 +9,25 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const QByteArrayList Properties =
+    QByteArrayLiteral(
+        "windowTitle title text currentText toolTip accessibleName accessibleDescription shortcut "
+        "checkable checked readOnly undoRedoEnabled maxLength minimum maximum value enabled "
+        "focusPolicy modal default flat wordWrap")
+        .split(' ');
+
 class GoldenWindow : public testing::Test {
 protected:
     // What differs from run to run and from system to system is left out.
-    QString told(const QObject& item, const char* property) {
-        QString text = item.property(property).toString();
-        text.replace(bench.dataFolder(), QStringLiteral("DATA"))
+    QString told(const QObject& item, const QByteArray& property) {
+        QString text = item.property(property.constData()).toString();
+        text.replace(bench->dataFolder(), QStringLiteral("DATA"))
             .replace(QString::fromLatin1(qVersion()), QStringLiteral("QT"));
         return text.contains(u'\n') ? text.section(u'\n', 0, 0) + QStringLiteral("...") : text;
     }
     void note(const QObject& item) {
         QStringList words{item.objectName() + u':'};
-        for (const char* property : {"windowTitle",
-                                     "title",
-                                     "text",
-                                     "currentText",
-                                     "toolTip",
-                                     "accessibleName",
-                                     "accessibleDescription",
-                                     "shortcut",
-                                     "checkable",
-                                     "checked",
-                                     "readOnly",
-                                     "undoRedoEnabled",
-                                     "maxLength",
-                                     "minimum",
-                                     "maximum",
-                                     "value",
-                                     "enabled",
-                                     "focusPolicy",
-                                     "modal",
-                                     "default",
-                                     "flat",
-                                     "wordWrap"})
+        for (const QByteArray& property : Properties)
             if (const QString text = told(item, property);
                 !text.isEmpty() && text != QStringLiteral("false") && text != QStringLiteral("0"))
                 words += QString::fromLatin1(property) + u'=' + text;
@@ -51,7 +38,7 @@ protected:
     }
     // What has a name in the windows that are shown, and is not as it was when it was last noted.
     void noteWindows(const char* when) {
-        bench.clock().advance(1500ms);
+        bench->clock().advance(1500ms);
         seen += QStringLiteral("---- ") + QString::fromLatin1(when);
         QWidgetList windows = QApplication::topLevelWidgets();
         std::ranges::sort(windows, {}, &QObject::objectName);
@@ -70,15 +57,21 @@ protected:
         seen += QStringLiteral("-------- ") + QString::fromLatin1(when);
         for (const Tab tab :
              {Tab::Port, Tab::Firmware, Tab::Operate, Tab::Configuration, Tab::CommandTester}) {
-            bench.chooseTab(tab);
+            bench->chooseTab(tab);
             noteWindows("tab");
         }
     }
+    void begin(const Vlx720::Settings& settings) {
+        m_last.clear();
+        bench.reset();
+        bench.emplace(settings);
+        bench->start();
+    }
     void choose(const char* action) {
-        bench.window().findChild<QAction*>(QString::fromLatin1(action))->trigger();
+        bench->window().findChild<QAction*>(QString::fromLatin1(action))->trigger();
     }
 
-    AppBench bench{Tab::Operate};
+    std::optional<AppBench> bench{std::in_place, Tab::Operate};
     QStringList seen;
 
 private:
@@ -87,20 +80,24 @@ private:
 
 TEST_F(GoldenWindow, HasWhatItHad) {
     noteTabs("with the main firmware");
-    bench.press(QStringLiteral("EditMacrosButton"));
+    bench->press(QStringLiteral("EditMacrosButton"));
     noteWindows("macros");
     choose("ViewTrends");
     choose("HelpAboutVLXUtil");
     noteWindows("trends and about");
-    bench.amplifier().raiseFault(9);
-    bench.chooseTab(Tab::Operate);
+    bench->amplifier().raiseFault(9);
+    bench->chooseTab(Tab::Operate);
     noteWindows("a fault");
-    bench.amplifier().powerOff();
-    bench.clock().advance(10s);
-    bench.amplifier().powerOn();
+    bench->amplifier().powerOff();
+    bench->clock().advance(10s);
+    bench->amplifier().powerOn();
     noteTabs("with the loader");
-    bench.port().unplug();
+    bench->port().unplug();
     noteTabs("with no port");
+    begin({.state = Vlx720::State::Waiting});
+    noteTabs("begun with the loader");
+    begin({.state = Vlx720::State::Off});
+    noteTabs("begun with no answer");
     compareWithGolden(QStringLiteral(VLX_WINDOW_GOLDENS "/windows.txt"), seen.join(u'\n').toUtf8() + '\n');
 }
 

@@ -104,26 +104,6 @@ TEST(WindowTest, LogStaysInReachWhileAFlowOwnsTheLine) {
     EXPECT_EQ(bench.window().focusWidget(), bench.control<QPushButton>(QStringLiteral("BrowseButton")));
 }
 
-TEST(WindowTest, EnabledStatesFollowTheAmplifier) {
-    struct Case {
-        Vlx720::State state;
-        bool canSendFirmware;
-        bool canUseMemory;
-    };
-    for (const Case& one : {Case{Vlx720::State::Main, true, true}, Case{Vlx720::State::Waiting, true, false},
-                            Case{Vlx720::State::Off, false, false}}) {
-        AppBench bench({.state = one.state});
-        bench.start();
-        bench.chooseTab(Tab::Firmware);
-        EXPECT_EQ(bench.control<QPushButton>(QStringLiteral("SendVLXButton"))->isEnabled(),
-                  one.canSendFirmware);
-        bench.chooseTab(Tab::Configuration);
-        for (const char* tool : {"SaveConfig", "RestoreConfig", "DisplayFaultTable", "EditBannerButton"})
-            EXPECT_EQ(bench.control<QPushButton>(QString::fromLatin1(tool))->isEnabled(), one.canUseMemory)
-                << tool;
-    }
-}
-
 TEST(WindowTest, TraceMenuOpensTheLogToTheExchange) {
     AppBench bench(Tab::Port);
     auto* trace = bench.window().findChild<QAction*>(QStringLiteral("ViewTraceMenu"));
