@@ -12,9 +12,6 @@ TEST(LinkStateTest, IsSeenAtAGlance) {
         EXPECT_EQ(state->accessibleName(), QStringLiteral("Link: ") + state->text());
         return state->text().toStdString();
     };
-    const std::string version = bench.app().globals().m_strMcuVersion.toStdString();
-    EXPECT_EQ(shown(1s), "ttyUSB0, 38400 bit/s, " + version);
-
     bench.chooseTab(Tab::Operate);
     state->click();
     EXPECT_EQ(bench.app().globals().m_TabPanel, static_cast<int>(Tab::Port));

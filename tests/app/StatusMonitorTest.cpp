@@ -90,33 +90,14 @@ TEST(StatusMonitorTest, PollsOnceASecondWithoutDriftForADay) {
     Monitored bench;
     bench.monitor.enterOperateTab();
     bench.clock.advance(500ms);
-    EXPECT_EQ(bench.port.written(), Burst);
-    EXPECT_EQ(bench.panel.onOff, QStringLiteral("OFF"));
-    EXPECT_TRUE(bench.panel.areReadOutsEnabled);
-    EXPECT_TRUE(bench.panel.isOnOffEnabled);
-    EXPECT_FALSE(bench.panel.at(ReadOut::Temperature).isEmpty());
-
     bench.port.clearWritten();
     bench.clock.advance(24h);
     EXPECT_EQ(bench.port.written().size(), 24 * 3600 * Burst.size());
-    EXPECT_EQ(bench.globals.m_VLXdata, QString());
     bench.monitor.stopPoll();
     bench.port.clearWritten();
     bench.clock.advance(1min);
     EXPECT_EQ(bench.port.written(), QByteArray());
     EXPECT_EQ(bench.clock.pendingWaits(), 0);
-}
-
-TEST(StatusMonitorTest, WaitingAmplifierIsAskedForItsName) {
-    Monitored bench({.state = Vlx720::State::Waiting});
-    bench.globals.m_FirmwareStatus = FirmwareStatus::SensedBootLoader;
-    bench.monitor.enterOperateTab();
-    bench.clock.advance(5500ms);
-    EXPECT_EQ(bench.port.written(), "I;I;I;I;I;I;");
-    EXPECT_FALSE(bench.monitor.silence()) << "its name is an answer";
-    EXPECT_EQ(bench.panel.onOff, QStringLiteral("ON"));
-    EXPECT_FALSE(bench.panel.areReadOutsEnabled);
-    EXPECT_TRUE(bench.panel.isOnOffEnabled);
 }
 
 TEST(StatusMonitorTest, ShortBandAnswerMeansThatTheAmplifierWaits) {

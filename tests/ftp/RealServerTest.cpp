@@ -233,11 +233,6 @@ TEST_P(RealServerTest, FetchesATree) {
     EXPECT_EQ(bench.runIn(QStringLiteral("/work/deep"), &FTPSessionClass::GetDir),
               "ok: Directory Transfer Complete.");
     EXPECT_EQ(tree(localPath(QStringLiteral("deep"))), tree(work(QStringLiteral("deep"))));
-    begin();
-    QDir(localPath(QStringLiteral("deep"))).removeRecursively();
-    EXPECT_EQ(bench.runIn(QStringLiteral("/work/deep"), &FTPSessionClass::StartGetDir),
-              "ok: Directory Transfer Complete.");
-    EXPECT_EQ(tree(localPath(QStringLiteral("deep"))), tree(work(QStringLiteral("deep"))));
     EXPECT_EQ(bench.dialogs.shown, QStringList());
 }
 
