@@ -13,7 +13,7 @@ const QByteArrayList Properties =
     QByteArrayLiteral(
         "windowTitle title text currentText toolTip accessibleName accessibleDescription shortcut "
         "checkable checked readOnly undoRedoEnabled maxLength minimum maximum value enabled "
-        "focusPolicy modal default flat wordWrap")
+        "focusPolicy modal default flat wordWrap index")
         .split(' ');
 
 class GoldenWindow : public testing::Test {
@@ -35,8 +35,8 @@ protected:
             seen += line;
     }
     // What has a name in the windows that are shown, and is not as it was when it was last noted.
-    void noteWindows(const char* when) {
-        bench->clock().advance(1500ms);
+    void noteWindows(const char* when, std::chrono::milliseconds later = 1500ms) {
+        bench->clock().advance(later);
         seen += QStringLiteral("---- ") + QString::fromLatin1(when);
         QWidgetList windows = QApplication::topLevelWidgets();
         std::ranges::sort(windows, {}, &QObject::objectName);
@@ -78,6 +78,15 @@ private:
 
 TEST_F(GoldenWindow, HasWhatItHad) {
     noteTabs("with the main firmware");
+    for (const char* tool : {"EditBannerButton", "DisplayFaultTable"}) {
+        bench->press(QString::fromLatin1(tool));
+        noteWindows(tool, 10ms);
+        noteWindows(tool, 5s);
+        bench->window()
+            .findChild<QDialog*>(QString::fromLatin1(tool[0] == 'E' ? "BannerWindow" : "FaultTableWindow"))
+            ->close();
+        noteWindows(tool, 5s);
+    }
     bench->press(QStringLiteral("EditMacrosButton"));
     noteWindows("macros");
     choose("ViewTrends");

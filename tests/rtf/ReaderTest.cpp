@@ -7,6 +7,7 @@
 
 #include "Errors.h"
 #include "RecordingTarget.h"
+#include "RtfEncoding.h"
 #include "RtfWords.h"
 
 namespace {
@@ -220,6 +221,21 @@ TEST(RtfReader, ProgressAndCancelKey) {
     EXPECT_TRUE(target.isEnded);
     EXPECT_EQ(bar.maximum, 100);
     EXPECT_EQ(bar.values, (std::vector<int>{1, 2}));
+}
+
+TEST(RtfEncodings, HaveTheirNumbers) {
+    QString told;
+    for (std::int32_t page = -1; page < 3000; ++page)
+        if (const std::int32_t number = RtfEncoding::ofCodePage(page, -7); number != -7)
+            told += QStringLiteral("%1=%2 ").arg(page).arg(number);
+    for (std::int32_t set = -1; set < 300; ++set)
+        if (const std::int32_t number = RtfEncoding::ofCharset(set, -7); number != -7)
+            told += QStringLiteral("%1:%2 ").arg(set).arg(number);
+    EXPECT_EQ(
+        told.toStdString(),
+        "860=1045 862=1047 863=1048 864=1049 865=1050 866=1051 874=1053 932=1056 936=1057 949=1058 950=1059 "
+        "1250=1281 1251=1282 1252=1280 1253=1283 1254=1284 1255=1285 1256=1286 1257=1287 1258=1288 1361=1296 "
+        "0:1280 77:0 136:2563 ");
 }
 
 }  // namespace
