@@ -4,34 +4,18 @@
 
 #include "AppBench.h"
 #include "GoldenFile.h"
+#include "WidgetWords.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-const QByteArrayList Properties =
-    QByteArrayLiteral(
-        "windowTitle title text currentText toolTip accessibleName accessibleDescription shortcut "
-        "checkable checked readOnly undoRedoEnabled maxLength minimum maximum value enabled "
-        "focusPolicy modal default flat wordWrap index")
-        .split(' ');
-
 class GoldenWindow : public testing::Test {
 protected:
-    // What differs from run to run and from system to system is left out.
-    QString told(const QObject& item, const QByteArray& property) {
-        const QString text = item.property(property.constData()).toString();
-        return text.section(u'\n', 0, 0).replace(bench->dataFolder(), QStringLiteral("DATA"));
-    }
     void note(const QObject& item) {
-        QStringList words{item.objectName() + u':'};
-        for (const QByteArray& property : Properties)
-            if (const QString text = told(item, property);
-                !text.isEmpty() && text != QStringLiteral("false") && text != QStringLiteral("0"))
-                words += QString::fromLatin1(property) + u'=' + text;
-        if (const auto* widget = qobject_cast<const QWidget*>(&item); widget && widget->isHidden())
-            words += QStringLiteral("hidden");
-        if (const QString line = words.join(u' '); std::exchange(m_last[&item], line) != line)
+        // What differs from run to run is left out.
+        const QString line = wordsOf(item).replace(bench->dataFolder(), QStringLiteral("DATA"));
+        if (std::exchange(m_last[&item], line) != line)
             seen += line;
     }
     // What has a name in the windows that are shown, and is not as it was when it was last noted.

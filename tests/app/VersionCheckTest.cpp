@@ -51,14 +51,13 @@ TEST(VersionCheckTest, OutcomeIsToldInTheLogAndByTheButtonInABoxToo) {
         QStringList logOfTest;
         QString installed;
     };
-    for (const Row& row :
-         {Row{{.speed = 9600},
-              main,
-              QStringLiteral("VLX version 01.23. \nttyUSB0 RS-232 speed 9600 bit/s"),
-              {main},
-              QStringLiteral("01.23")},
-          Row{{.state = Vlx720::State::Waiting}, waiting, waiting, {waiting}, QStringLiteral("---")},
-          Row{{.state = Vlx720::State::Off}, silent, silent, {}, QStringLiteral("---")}}) {
+    // clang-format off
+    const Row rows[] = {
+        {{.speed = 9600}, main, QStringLiteral("VLX version 01.23. \nttyUSB0 RS-232 speed 9600 bit/s"), {main}, QStringLiteral("01.23")},
+        {{.state = Vlx720::State::Waiting}, waiting, waiting, {waiting}, QStringLiteral("---")},
+        {{.state = Vlx720::State::Off}, silent, silent, {}, QStringLiteral("---")}};
+    // clang-format on
+    for (const Row& row : rows) {
         Checked bench(row.settings);
         EXPECT_EQ(bench.check(), row.settings.state == Vlx720::State::Main);
         EXPECT_EQ(bench.log, QStringList(row.log));

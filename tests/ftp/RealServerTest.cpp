@@ -34,6 +34,7 @@ const ServerAndMode EveryServer[] = {
 
 class RealServerTest : public testing::TestWithParam<ServerAndMode> {
 protected:
+    explicit RealServerTest(bool withTls = false) : server(GetParam().kind, withTls) {}
     void SetUp() override {
         if (!server.isInstalled())
             GTEST_SKIP() << server.problem().toStdString();
@@ -78,7 +79,7 @@ protected:
     QString localPath(const QString& path) const { return bench.local.path() + u'/' + path; }
     bool is(RealServer::Kind kind) const { return GetParam().kind == kind; }
 
-    RealServer server{GetParam().kind};
+    RealServer server;
     SessionBench<SystemClock> bench;
 };
 
@@ -321,20 +322,13 @@ TEST_P(InTheMiddle, AnUploadIsAborted) {
 
 // ---- TLS
 
-class TlsLogon : public testing::TestWithParam<ServerAndMode> {
+class TlsLogon : public RealServerTest {
 protected:
+    TlsLogon() : RealServerTest(true) {}
     void SetUp() override {
-        if (!server.isInstalled())
-            GTEST_SKIP() << server.problem().toStdString();
-        ASSERT_EQ(server.problem().toStdString(), "");
-        prepareServer(server.root());
-        server.openWork();
-        bench.connectTo(server.port());
+        RealServerTest::SetUp();
         bench.session->FTPS = true;
     }
-
-    RealServer server{GetParam().kind, true};
-    SessionBench<SystemClock> bench;
 };
 
 INSTANTIATE_TEST_SUITE_P(Servers, TlsLogon, testing::ValuesIn(EveryServer),

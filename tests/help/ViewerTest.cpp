@@ -6,6 +6,7 @@
 #include "GoldenFile.h"
 #include "Pictures.h"
 #include "ViewerBench.h"
+#include "WidgetWords.h"
 
 namespace {
 
@@ -273,14 +274,8 @@ TEST_F(ViewerTest, DividerStaysBetweenItsLimits) {
     const auto geometry = [this] {
         QStringList places{QStringLiteral("-- %1 by %2").arg(window().width()).arg(window().height())};
         for (const QWidget* item : window().findChildren<QWidget*>()) {
-            const QRect place = item->geometry();
             if (!item->objectName().isEmpty() && !item->objectName().startsWith(QStringLiteral("qt_")))
-                places += QStringLiteral("%1 %2 %3 %4 %5")
-                              .arg(item->objectName())
-                              .arg(place.x())
-                              .arg(place.y())
-                              .arg(place.width())
-                              .arg(place.height());
+                places += wordsOf(*item) + u' ' + QDebug::toString(item->geometry());
         }
         return places;
     };

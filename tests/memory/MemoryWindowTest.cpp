@@ -238,19 +238,4 @@ TEST_F(MemoryWindow, ProgressStandsInFrontAndGoesAtTheEnd) {
     EXPECT_EQ(bar->value(), bar->maximum());
 }
 
-TEST_F(MemoryWindow, EachToolStartsOnItsOwnButton) {
-    ConfigurationTab tab;
-    QStringList pressed;
-    const auto note = [&pressed](const char* name) { return [&pressed, name] { pressed += name; }; };
-    QObject::connect(&tab, &ConfigurationTab::SaveConfig_Action, note("SaveConfig"));
-    QObject::connect(&tab, &ConfigurationTab::RestoreConfig_Action, note("RestoreConfig"));
-    QObject::connect(&tab, &ConfigurationTab::DisplayFaultTable_Action, note("DisplayFaultTable"));
-    QObject::connect(&tab, &ConfigurationTab::EditBannerButton_Action, note("EditBannerButton"));
-    const QStringList names{"SaveConfig", "RestoreConfig", "DisplayFaultTable", "EditBannerButton"};
-    tab.enableTools(true);
-    for (const QString& name : names)
-        press(tab, name);
-    EXPECT_EQ(pressed, names);
-}
-
 }  // namespace
