@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Task<bool> verification = reader.Verify(file.fileName());
     require(clock.run(verification));
     const bool isGood = verification.result();
-    require(isGood == (messages == 0 && dialogs.shown.size() == 0));
+    require(isGood == (messages == 0 && dialogs.shown.isEmpty()));
     require(messages <= 2 && dialogs.shown.size() < IntelHexReader::LongestRecord);
     require(reader.state().m_dwcbRead <= size);
 

@@ -7,7 +7,7 @@ FolderNames::FolderNames(const QString& folder) : m_item(QFileInfo(folder).files
 std::optional<QString> FolderNames::next() {
     if (m_item == std::filesystem::directory_iterator())
         return std::nullopt;
-    const QString name = QFileInfo(m_item->path()).fileName();
+    QString name = QFileInfo(m_item->path()).fileName();
     m_item.increment(m_error);
     return name;
 }

@@ -10,6 +10,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
+bool isOurs(const QObject& item) {
+    const QString name = item.objectName();
+    return !name.isEmpty() && !name.startsWith(QStringLiteral("qt_")) && !item.parent()->inherits("QTabBar");
+}
+
 class GoldenWindow : public testing::Test {
 protected:
     void note(const QObject& item) {
@@ -29,10 +34,8 @@ protected:
                 continue;
             note(*window);
             for (const QObject* item : window->findChildren<QObject*>())
-                if (item->isWidgetType() || item->inherits("QAction"))
-                    if (!item->objectName().isEmpty() &&
-                        !item->objectName().startsWith(QStringLiteral("qt_")))
-                        note(*item);
+                if ((item->isWidgetType() || item->inherits("QAction")) && isOurs(*item))
+                    note(*item);
         }
     }
     void noteTabs(const char* when) {
