@@ -12,7 +12,9 @@ using namespace std::chrono_literals;
 
 bool isOurs(const QObject& item) {
     const QString name = item.objectName();
-    return !name.isEmpty() && !name.startsWith(QStringLiteral("qt_")) && !item.parent()->inherits("QTabBar");
+    const bool isPage = item.isWidgetType() && static_cast<const QWidget&>(item).layout();
+    return (!name.isEmpty() || isPage) && !name.startsWith(QStringLiteral("qt_")) &&
+           !item.parent()->inherits("QTabBar");
 }
 
 class GoldenWindow : public testing::Test {
