@@ -12,7 +12,8 @@ using namespace std::chrono_literals;
 
 bool isOurs(const QObject& item) {
     const QString name = item.objectName();
-    const bool isPage = item.isWidgetType() && static_cast<const QWidget&>(item).layout();
+    const auto* widget = qobject_cast<const QWidget*>(&item);
+    const bool isPage = widget && widget->layout() && !widget->isHidden();
     return (!name.isEmpty() || isPage) && !name.startsWith(QStringLiteral("qt_")) &&
            !item.parent()->inherits("QTabBar");
 }
@@ -35,6 +36,7 @@ protected:
             if (!window->isVisible() || window->objectName().isEmpty())
                 continue;
             note(*window);
+            seen += QDebug::toString(window->size());
             for (const QObject* item : window->findChildren<QObject*>())
                 if ((item->isWidgetType() || item->inherits("QAction")) && isOurs(*item))
                     note(*item);
