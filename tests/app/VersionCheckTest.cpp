@@ -75,13 +75,4 @@ TEST(VersionCheckTest, OutcomeIsToldInTheLogAndByTheButtonInABoxToo) {
     }
 }
 
-TEST(VersionCheckTest, StartUpLeavesTheLabelOfASilentAmplifier) {
-    Checked bench;
-    bench.amplifier.powerOff();
-    bench.window.mStartup = true;
-    bench.firmwarePanel.installed = QStringLiteral("design");
-    EXPECT_FALSE(bench.check());
-    EXPECT_EQ(bench.firmwarePanel.installed, QStringLiteral("design"));
-}
-
 }  // namespace

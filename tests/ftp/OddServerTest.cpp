@@ -51,6 +51,16 @@ TEST_F(OddServer, SendsAThreeCharacterReply) {
     EXPECT_EQ(bench.run(&FTPSessionClass::GetWorkingDir), "ok: The working directory has been transferred.");
 }
 
+TEST_F(OddServer, LeavesAnAbortUnanswered) {
+    logon();
+    answerTo("ABOR", "");
+    session.AbortTransfer();
+    EXPECT_TRUE(waitUntil([&] { return server.commands.constLast() == u"ABOR"; }));
+    for (int next = 0; next < 3; ++next)
+        EXPECT_EQ(bench.run(&FTPSessionClass::GetWorkingDir),
+                  "ok: The working directory has been transferred.");
+}
+
 TEST_F(OddServer, AnswersAbortWithAPlain226) {
     logon();
     answerTo("ABOR", "226 Transfer complete.\r\n");
