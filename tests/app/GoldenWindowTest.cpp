@@ -2,6 +2,8 @@
 #include <map>
 #include <optional>
 
+#include <QPointer>
+
 #include "AppBench.h"
 #include "GoldenFile.h"
 #include "WidgetWords.h"
@@ -23,7 +25,9 @@ protected:
     void note(const QObject& item) {
         // What differs from run to run is left out.
         const QString line = wordsOf(item).replace(bench->dataFolder(), QStringLiteral("DATA"));
-        if (std::exchange(m_last[&item], line) != line)
+        auto& [alive, last] = m_last[&item];  // another may have stood in its place
+        const bool isKnown = std::exchange(alive, &item) == &item;
+        if (std::exchange(last, line) != line || !isKnown)
             seen += line;
     }
     // What has a name in the windows that are shown, and is not as it was when it was last noted.
@@ -64,7 +68,7 @@ protected:
     QStringList seen;
 
 private:
-    std::map<const QObject*, QString> m_last;
+    std::map<const QObject*, std::pair<QPointer<const QObject>, QString>> m_last;
 };
 
 TEST_F(GoldenWindow, HasWhatItHad) {
